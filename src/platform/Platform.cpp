@@ -1,0 +1,19 @@
+#include "platform/Platform.h"
+
+#include "platform/Appearance.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/ApplicationService.h"
+#include "platform/ApplicationSource.h"
+#include "platform/FolderWatch.h"
+#include "platform/GlobalHotkey.h"
+#include "platform/IconSource.h"
+#include "platform/WindowEffects.h"
+
+namespace quillbay::platform {
+
+Platform::Platform() = default;
+Platform::~Platform() = default;
+Platform::Platform(Platform &&) noexcept = default;
+Platform &Platform::operator=(Platform &&) noexcept = default;
+
+} // namespace quillbay::platform

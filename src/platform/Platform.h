@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+
+namespace quillbay::platform {
+
+class Appearance;
+class ApplicationLauncher;
+class ApplicationService;
+class ApplicationSource;
+class FolderWatch;
+class GlobalHotkey;
+class IconSource;
+class WindowEffects;
+
+/// All services of the running desktop, each behind its interface. `main` makes one and owns it.
+struct Platform
+{
+    Platform();
+    ~Platform();
+    Platform(Platform &&) noexcept;
+    Platform &operator=(Platform &&) noexcept;
+
+    std::unique_ptr<ApplicationSource> applications;
+    std::unique_ptr<IconSource> icons;
+    std::unique_ptr<ApplicationLauncher> launcher;
+    std::unique_ptr<FolderWatch> folderWatch;
+    std::unique_ptr<Appearance> appearance;
+    std::unique_ptr<WindowEffects> windowEffects;
+    std::unique_ptr<GlobalHotkey> hotkey;
+};
+
+/// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.
+inline constexpr char applicationId[] = "org.quillbay.Quillbay";
+
+/// Made before any GUI: whether this process is to run at all.
+std::unique_ptr<ApplicationService> createApplicationService();
+
+/// The services of this desktop. Needs the application object. Nothing in here waits or reads a folder.
+Platform createPlatform();
+
+/// Whether a window can be opened at all; if not, `reason` is one line for the user. Needs no application object.
+bool hasDisplay(const char **reason);
+
+} // namespace quillbay::platform
