@@ -1,0 +1,36 @@
+#include "platform/none/NoDesktop.h"
+
+#include <QWindow>
+
+namespace quillbay::platform {
+
+ApplicationService::Claim NoApplicationService::claim(const QStringList &)
+{
+    return Claim::Primary;
+}
+
+int NoFolderWatch::watch(const QStringList &)
+{
+    return 0;
+}
+
+void NoGlobalHotkey::registerKey(QKeyCombination)
+{
+    QMetaObject::invokeMethod(
+        this, [this] { Q_EMIT failed(QStringLiteral("this desktop has no global keys")); },
+        Qt::QueuedConnection);
+}
+
+void NoWindowEffects::setBlurBehind(QWindow *, const QRegion &) {}
+
+void NoWindowEffects::bringToFront(QWindow *window, const QString &)
+{
+    if (!window)
+        return;
+    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->requestActivate();
+}
+
+} // namespace quillbay::platform

@@ -1,0 +1,31 @@
+#include "support/FakePlatform.h"
+
+#include <memory>
+
+namespace quillbay::testing {
+
+namespace {
+
+template <typename Fake, typename Interface>
+Fake *make(std::unique_ptr<Interface> &owner)
+{
+    auto fake = std::make_unique<Fake>();
+    Fake *result = fake.get();
+    owner = std::move(fake);
+    return result;
+}
+
+} // namespace
+
+FakePlatform::FakePlatform()
+    : applications(make<FakeApplicationSource>(services.applications))
+    , icons(make<FakeIconSource>(services.icons))
+    , launcher(make<FakeLauncher>(services.launcher))
+    , folderWatch(make<FakeFolderWatch>(services.folderWatch))
+    , appearance(make<FakeAppearance>(services.appearance))
+    , windowEffects(make<FakeWindowEffects>(services.windowEffects))
+    , hotkey(make<FakeGlobalHotkey>(services.hotkey))
+{
+}
+
+} // namespace quillbay::testing

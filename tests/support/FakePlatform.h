@@ -1,0 +1,25 @@
+#pragma once
+
+#include "platform/Platform.h"
+#include "support/FakeApplications.h"
+#include "support/FakeDesktop.h"
+
+namespace quillbay::testing {
+
+/// A whole platform of fakes. `services` owns them and may be moved out into the program under test; the
+/// pointers beside it, through which the test drives them, are good for as long as its new owner lives.
+struct FakePlatform
+{
+    FakePlatform();
+
+    platform::Platform services;
+    FakeApplicationSource *applications = nullptr;
+    FakeIconSource *icons = nullptr;
+    FakeLauncher *launcher = nullptr;
+    FakeFolderWatch *folderWatch = nullptr;
+    FakeAppearance *appearance = nullptr;
+    FakeWindowEffects *windowEffects = nullptr;
+    FakeGlobalHotkey *hotkey = nullptr;
+};
+
+} // namespace quillbay::testing

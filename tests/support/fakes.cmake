@@ -1,0 +1,7 @@
+# Stand-ins for every service of the desktop, driven by the test.
+add_library(quillbay_test_fakes STATIC
+  FakeApplications.h FakeApplications.cpp
+  FakeDesktop.h FakeDesktop.cpp
+  FakePlatform.h FakePlatform.cpp)
+target_include_directories(quillbay_test_fakes PUBLIC ${CMAKE_SOURCE_DIR}/tests)
+target_link_libraries(quillbay_test_fakes PUBLIC quillbay_platform Qt6::Core Qt6::Gui PRIVATE quillbay_options)
