@@ -81,7 +81,8 @@ start_bus() {
   <type>session</type>
   <listen>unix:dir=$private</listen>
   <policy context="default">
-    <allow send_destination="*"/>
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
     <allow own="*"/>
   </policy>
 </busconfig>
