@@ -1,2 +1,7 @@
 # The preference store and the SQLite it is written in.
-target_sources(quillbay_foundation PRIVATE)
+target_sources(quillbay_foundation PRIVATE
+  Database.h Database.cpp
+  Statement.h Statement.cpp
+  DatabaseFiles.h DatabaseFiles.cpp
+  PreferenceFile.h PreferenceFile.cpp
+  PreferenceStore.h PreferenceStore.cpp)

@@ -1,0 +1,327 @@
+#include "foundation/PreferenceFile.h"
+
+#include "foundation/Database.h"
+
+#include <QLockFile>
+#include <QLoggingCategory>
+
+#include <sqlite3.h>
+
+namespace quillbay {
+
+namespace {
+
+Q_LOGGING_CATEGORY(logPreferences, "quillbay.preferences")
+
+constexpr qint64 LayoutVersion = 1;
+constexpr int BusyTimeout = 2000;
+constexpr int LockTimeout = 5000;
+constexpr int MaxAttempts = 4;
+
+constexpr const char *SelectSql =
+    "SELECT value FROM preferences WHERE domain = ?1 AND key = ?2 AND type = ?3";
+constexpr const char *UpsertSql =
+    "INSERT INTO preferences(domain, key, type, value) VALUES(?1, ?2, ?3, ?4)"
+    " ON CONFLICT(domain, key) DO UPDATE SET type = excluded.type, value = excluded.value";
+constexpr const char *DeleteSql = "DELETE FROM preferences WHERE domain = ?1 AND key = ?2";
+constexpr const char *LayoutSql =
+    "BEGIN IMMEDIATE;"
+    "CREATE TABLE IF NOT EXISTS preferences(domain TEXT, key TEXT, type TEXT, value BLOB,"
+    " PRIMARY KEY(domain, key)) WITHOUT ROWID;"
+    "PRAGMA user_version = 1;"
+    "COMMIT";
+
+PreferenceFile::Value valueOf(const Statement &row, int column)
+{
+    switch (row.type(column)) {
+    case Statement::Type::Integer:
+        return row.integer(column);
+    case Statement::Type::Double:
+        return row.real(column);
+    case Statement::Type::Text:
+        return row.text(column);
+    case Statement::Type::Blob:
+        return row.blob(column);
+    case Statement::Type::Null:
+        return {};
+    }
+    Q_UNREACHABLE();
+}
+
+struct Binder
+{
+    Statement &statement;
+    int index;
+
+    void operator()(std::monostate) const { statement.bindNull(index); }
+    void operator()(qint64 value) const { statement.bindInteger(index, value); }
+    void operator()(double value) const { statement.bindDouble(index, value); }
+    void operator()(const QString &value) const { statement.bindText(index, value); }
+    void operator()(const QByteArray &value) const { statement.bindBlob(index, value); }
+};
+
+} // namespace
+
+struct PreferenceFile::Connection
+{
+    Database database;
+    std::optional<Statement> select;
+    std::optional<Statement> upsert;
+    std::optional<Statement> remove;
+    int errorCode = 0;
+    QString errorText;
+
+    bool prepare()
+    {
+        select.emplace(database, SelectSql);
+        upsert.emplace(database, UpsertSql);
+        remove.emplace(database, DeleteSql);
+        for (const auto *statement : {&select, &upsert, &remove}) {
+            if (!(*statement)->isPrepared())
+                return noteError(**statement);
+        }
+        return true;
+    }
+
+    std::optional<Value> ask(const QByteArray &sql)
+    {
+        Statement statement(database, sql);
+        if (statement.step() == Statement::Result::Row)
+            return valueOf(statement, 0);
+        noteError(statement);
+        return {};
+    }
+
+    bool noteError(const auto &source)
+    {
+        errorCode = source.errorCode();
+        errorText = source.errorText();
+        return false;
+    }
+
+    State failed() const { return Database::isDamage(errorCode) ? State::Damaged : State::Unusable; }
+};
+
+PreferenceFile::PreferenceFile(const QString &path)
+    : m_givenPath(path)
+    , m_files(path)
+{
+    attach(Suspicion::None);
+}
+
+PreferenceFile::~PreferenceFile() = default;
+
+void PreferenceFile::attach(Suspicion suspicion)
+{
+    // What is about to be set aside is to stay byte for byte as it is.
+    if (suspicion != Suspicion::None && !m_connection->database.setJournalKeptAtClose(true))
+        report(QStringLiteral("the journal may be merged: %1").arg(m_connection->database.errorText()));
+    State state = suspicion == Suspicion::None ? connect() : State::Damaged;
+    if (state == State::Empty || state == State::Damaged)
+        state = settle(suspicion);
+    if (state != State::Ready)
+        continueInMemory();
+}
+
+PreferenceFile::State PreferenceFile::connect()
+{
+    m_connection.reset();
+    // Resolved anew: a link may have been laid or made to point elsewhere since.
+    m_files = DatabaseFiles(m_givenPath);
+    m_connection = std::make_unique<Connection>();
+    Connection &c = *m_connection;
+    const auto state = [&] {
+        if (m_files.isJournalOrphaned()) {
+            c.errorText = QStringLiteral("a journal without its file");
+            return State::Damaged;
+        }
+        if (const auto problem = m_files.makePrivate()) {
+            c.errorText = *problem;
+            return State::Unusable;
+        }
+        Database &db = c.database;
+        if (!db.open(m_files.path(), Database::Mode::Create) || !db.setJournalKeptAtClose(true) ||
+            !db.setBusyTimeout(BusyTimeout) ||
+            !db.execute("PRAGMA synchronous = NORMAL; PRAGMA journal_size_limit = 4194304")) {
+            c.noteError(db);
+            return c.failed();
+        }
+        const std::optional<Value> version = c.ask("PRAGMA user_version");
+        if (!version)
+            return c.failed();
+        if (db.isReadOnly()) {
+            c.errorText = QStringLiteral("it is read-only");
+            return State::Unusable;
+        }
+        if (*version == Value(qint64(0))) {
+            const std::optional<Value> tables = c.ask("SELECT count(*) FROM sqlite_schema");
+            if (!tables)
+                return c.failed();
+            c.errorText = QStringLiteral("it is another program's database");
+            return *tables == Value(qint64(0)) ? State::Empty : State::Damaged;
+        }
+        if (*version != Value(LayoutVersion)) {
+            c.errorText = QStringLiteral("a later version of the program wrote it");
+            return State::Later;
+        }
+        if (!c.prepare())
+            return c.errorCode == SQLITE_ERROR ? State::Damaged : c.failed();
+        return db.setJournalKeptAtClose(false) ? State::Ready : State::Unusable;
+    }();
+    m_problem = c.errorText;
+    return state;
+}
+
+PreferenceFile::State PreferenceFile::settle(Suspicion suspicion)
+{
+    m_connection.reset();
+    QLockFile lock(m_files.path() + QStringLiteral(".lock"));
+    if (!lock.tryLock(LockTimeout)) {
+        m_problem = QStringLiteral("cannot lock it");
+        return State::Unusable;
+    }
+    State state = connect();
+    if (state == State::Ready && suspicion == Suspicion::Page &&
+        m_connection->ask("PRAGMA integrity_check(1)") != Value(QStringLiteral("ok")))
+        state = State::Damaged;
+    if (state == State::Damaged || (state == State::Ready && suspicion == Suspicion::Proven))
+        state = setAside();
+    return state == State::Empty ? layOut() : state;
+}
+
+PreferenceFile::State PreferenceFile::layOut()
+{
+    Connection &c = *m_connection;
+    if (!c.database.execute("PRAGMA journal_mode = WAL") || !c.database.execute(LayoutSql)) {
+        c.noteError(c.database);
+        m_problem = c.errorText;
+        return State::Unusable;
+    }
+    if (!c.prepare() || !c.database.setJournalKeptAtClose(false)) {
+        m_problem = c.errorText;
+        return State::Unusable;
+    }
+    return State::Ready;
+}
+
+PreferenceFile::State PreferenceFile::setAside()
+{
+    const bool isJournalKept =
+        !m_connection->database.isOpen() || m_connection->database.setJournalKeptAtClose(true);
+    m_connection.reset();
+    const std::optional<QString> name = isJournalKept ? m_files.setAside() : std::nullopt;
+    if (!name) {
+        m_problem = QStringLiteral("it is damaged and cannot be renamed");
+        return State::Unusable;
+    }
+    report(QStringLiteral("could not be read (%1) and was set aside as %2").arg(m_problem, *name));
+    return connect();
+}
+
+void PreferenceFile::continueInMemory()
+{
+    report(QStringLiteral("cannot be written (%1): changes last until the program ends").arg(m_problem));
+    m_isInMemory = true;
+    m_connection = std::make_unique<Connection>();
+    Connection &c = *m_connection;
+    if (!c.database.open(QStringLiteral(":memory:"), Database::Mode::Create) ||
+        !c.database.execute(LayoutSql)) {
+        report(c.database.errorText());
+        return;
+    }
+    if (!c.prepare()) {
+        report(c.errorText);
+        return;
+    }
+    copyToMemory();
+}
+
+void PreferenceFile::copyToMemory()
+{
+    // Without its shared memory file, which a read-only folder has no room for, only an immutable file is
+    // read.
+    for (const Database::Mode mode : {Database::Mode::ReadOnly, Database::Mode::Immutable}) {
+        Database source;
+        if (!source.open(m_files.path(), mode))
+            continue;
+        Statement rows(source, "SELECT domain, key, type, value FROM preferences");
+        Statement &copy = *m_connection->upsert;
+        Statement::Result result = rows.step();
+        for (; result == Statement::Result::Row; result = rows.step()) {
+            copy.bindText(1, rows.text(0)).bindText(2, rows.text(1)).bindText(3, rows.text(2));
+            std::visit(Binder{copy, 4}, valueOf(rows, 3));
+            if (copy.step() != Statement::Result::Done)
+                report(copy.errorText());
+            copy.reset();
+        }
+        if (result == Statement::Result::Done)
+            return;
+    }
+}
+
+Statement::Result PreferenceFile::run(std::optional<Statement> Connection::*statement, const Use &bind,
+                                      const Use &onRow)
+{
+    Suspicion suspicion = Suspicion::None;
+    for (int attempt = 1;; ++attempt) {
+        std::optional<Statement> &prepared = (*m_connection).*statement;
+        if (!prepared)
+            return Statement::Result::Error;
+        bind(*prepared);
+        const Statement::Result result = prepared->step();
+        if (result == Statement::Result::Row && onRow)
+            onRow(*prepared);
+        const int code = prepared->errorCode();
+        const QString text = prepared->errorText();
+        const bool isReset = prepared->reset() || result == Statement::Result::Error;
+
+        const bool isDamaged = Database::isDamage(code);
+        if (!m_isInMemory && attempt < MaxAttempts && (isDamaged || m_connection->database.hasMoved())) {
+            m_problem = text;
+            if (isDamaged)
+                suspicion = suspicion == Suspicion::None ? Suspicion::Page : Suspicion::Proven;
+            attach(isDamaged ? suspicion : Suspicion::None);
+            continue;
+        }
+        if (result == Statement::Result::Error)
+            report(text);
+        return isReset ? result : Statement::Result::Error;
+    }
+}
+
+PreferenceFile::Value PreferenceFile::read(const QString &domain, const QString &key, QLatin1StringView type)
+{
+    Value value;
+    const auto bind = [&](Statement &statement) {
+        value = {};
+        statement.bindText(1, domain).bindText(2, key).bindText(3, QString(type));
+    };
+    run(&Connection::select, bind, [&](Statement &row) { value = valueOf(row, 0); });
+    return value;
+}
+
+bool PreferenceFile::write(const QString &domain, const QString &key, QLatin1StringView type,
+                           const Value &value)
+{
+    const auto bind = [&](Statement &statement) {
+        statement.bindText(1, domain).bindText(2, key).bindText(3, QString(type));
+        std::visit(Binder{statement, 4}, value);
+    };
+    return run(&Connection::upsert, bind, {}) == Statement::Result::Done && !m_isInMemory;
+}
+
+bool PreferenceFile::remove(const QString &domain, const QString &key)
+{
+    const auto bind = [&](Statement &statement) { statement.bindText(1, domain).bindText(2, key); };
+    return run(&Connection::remove, bind, {}) == Statement::Result::Done && !m_isInMemory;
+}
+
+void PreferenceFile::report(const QString &what)
+{
+    if (what == m_reported)
+        return;
+    m_reported = what;
+    qCWarning(logPreferences).noquote() << "The preferences in" << m_files.path() << what;
+}
+
+} // namespace quillbay
