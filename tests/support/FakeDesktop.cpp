@@ -58,7 +58,10 @@ void FakeApplicationService::activate(const QString &token)
 
 void FakeApplicationService::open(const QStringList &urls)
 {
-    deliver([this, urls] { Q_EMIT opened(urls); });
+    deliver([this, urls] {
+        Q_EMIT opened(urls);
+        Q_EMIT activated({});
+    });
 }
 
 void FakeApplicationService::requestAction(const QString &action, const QVariantList &parameters)
@@ -69,6 +72,8 @@ void FakeApplicationService::requestAction(const QString &action, const QVariant
 platform::ApplicationService::Claim FakeApplicationService::claim(const QStringList &urls)
 {
     claimedUrls = urls;
+    if (answer == Claim::Primary && !urls.isEmpty())
+        open(urls);
     return answer;
 }
 
