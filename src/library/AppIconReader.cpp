@@ -1,0 +1,297 @@
+#include "library/AppIconReader.h"
+
+#include "platform/IconSource.h"
+#include "platform/ThreadPriority.h"
+
+#include <QMutexLocker>
+#include <QThread>
+
+#include <algorithm>
+#include <utility>
+
+namespace quillbay {
+
+namespace {
+
+constexpr qint64 usualCacheLimit = 32 * 1024 * 1024;
+constexpr int threadExpiryMilliseconds = 5000;
+constexpr qsizetype mostGenericSizes = 16;
+
+qint64 bytesOf(int pixelSize)
+{
+    return qint64(pixelSize) * pixelSize * 4;
+}
+
+std::vector<QPointer<AppIconLoader>> copyOf(const QSet<AppIconLoader *> &loaders)
+{
+    return {loaders.cbegin(), loaders.cend()};
+}
+
+} // namespace
+
+AppIconReader &AppIconReader::instance()
+{
+    static AppIconReader reader;
+    return reader;
+}
+
+AppIconReader::AppIconReader()
+    : m_cache(usualCacheLimit)
+{
+    const int cores = QThread::idealThreadCount();
+    m_visible.pool.setMaxThreadCount(std::clamp(cores, 2, 4));
+    m_prefetch.pool.setMaxThreadCount(std::clamp(cores / 2, 1, 2));
+    m_prefetch.pool.setThreadPriority(QThread::LowPriority);
+    for (QThreadPool *pool : {&m_visible.pool, &m_prefetch.pool})
+        pool->setExpiryTimeout(threadExpiryMilliseconds);
+}
+
+AppIconReader::~AppIconReader()
+{
+    shutDown();
+}
+
+void AppIconReader::add(AppIconLoader *loader)
+{
+    m_loaders.insert(loader);
+}
+
+void AppIconReader::remove(AppIconLoader *loader)
+{
+    forget(loader);
+    m_loaders.remove(loader);
+}
+
+QImage AppIconReader::cached(const AppIconKey &key)
+{
+    const QMutexLocker lock(&m_mutex);
+    const QImage *icon = m_cache.object(key);
+    return icon ? *icon : QImage();
+}
+
+void AppIconReader::read(const AppIconKey &key, AppIconLoader *loader)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_wishes.insert(loader, key);
+    std::vector<QPointer<AppIconLoader>> &waiting = m_waiting[key];
+    waiting.emplace_back(loader);
+    if (waiting.size() > 1 || m_inProgress.contains(key))
+        return;
+    m_queue.push_back(key);
+    startWorker(Urgency::Visible);
+}
+
+void AppIconReader::forget(AppIconLoader *loader)
+{
+    const auto wish = m_wishes.constFind(loader);
+    if (wish == m_wishes.cend())
+        return;
+    const AppIconKey key = *wish;
+    m_wishes.erase(wish);
+    const QMutexLocker lock(&m_mutex);
+    const auto waiting = m_waiting.find(key);
+    if (waiting == m_waiting.end())
+        return;
+    std::erase(*waiting, loader);
+    if (!waiting->empty())
+        return;
+    m_waiting.erase(waiting);
+    std::erase(m_queue, key);
+}
+
+void AppIconReader::prefetch(const QStringList &paths, int pixelSize)
+{
+    if (pixelSize <= 0)
+        return;
+    const QMutexLocker lock(&m_mutex);
+    std::erase_if(m_batches, [pixelSize](const Batch &batch) { return batch.pixelSize == pixelSize; });
+    m_batches.push_back({paths, pixelSize, 0});
+    startPrefetching();
+}
+
+void AppIconReader::startPrefetching()
+{
+    if (m_batches.empty())
+        return;
+    for (int i = 0; i < m_prefetch.pool.maxThreadCount(); ++i)
+        startWorker(Urgency::Prefetch);
+}
+
+void AppIconReader::startWorker(Urgency urgency)
+{
+    Work &of = work(urgency);
+    if (!m_source || of.running >= of.pool.maxThreadCount())
+        return;
+    ++of.running;
+    of.pool.start([this, urgency] { run(urgency); });
+}
+
+void AppIconReader::run(Urgency urgency)
+{
+    if (urgency == Urgency::Prefetch)
+        platform::lowerThreadPriority();
+    while (true) {
+        std::optional<Job> job;
+        {
+            const QMutexLocker lock(&m_mutex);
+            job = takeJob(urgency);
+            if (!job) {
+                --work(urgency).running;
+                return;
+            }
+        }
+        finish(urgency, *job, job->source->icon(job->key.path, job->key.pixelSize));
+    }
+}
+
+std::optional<AppIconReader::Job> AppIconReader::takeJob(Urgency urgency)
+{
+    if (!m_source)
+        return std::nullopt;
+    std::optional<AppIconKey> key;
+    if (urgency == Urgency::Prefetch) {
+        key = takePrefetch();
+    } else if (!m_queue.empty()) {
+        key = std::move(m_queue.front());
+        m_queue.pop_front();
+    }
+    if (!key)
+        return std::nullopt;
+    m_inProgress.insert(*key);
+    return Job{*key, m_source, m_generation};
+}
+
+std::optional<AppIconKey> AppIconReader::takePrefetch()
+{
+    while (!m_batches.empty()) {
+        Batch &batch = m_batches.front();
+        while (batch.next < batch.paths.size() && hasRoomFor(batch.pixelSize)) {
+            AppIconKey key{batch.paths.at(batch.next++), batch.pixelSize};
+            if (!m_cache.contains(key) && !m_inProgress.contains(key) && !m_waiting.contains(key))
+                return key;
+        }
+        m_batches.pop_front();
+    }
+    return std::nullopt;
+}
+
+bool AppIconReader::hasRoomFor(int pixelSize) const
+{
+    // Reads in progress are stored when they end.
+    qint64 used = m_cache.totalCost();
+    for (const AppIconKey &key : m_inProgress)
+        used += bytesOf(key.pixelSize);
+    return used + bytesOf(pixelSize) <= m_cache.maxCost();
+}
+
+void AppIconReader::finish(Urgency urgency, const Job &job, const QImage &icon)
+{
+    const QMutexLocker lock(&m_mutex);
+    if (job.generation != m_generation)
+        return;
+    m_inProgress.remove(job.key);
+    const bool fits = m_cache.totalCost() + icon.sizeInBytes() <= m_cache.maxCost();
+    const bool isWaitedFor = m_waiting.contains(job.key);
+    if (urgency == Urgency::Visible || isWaitedFor || fits)
+        m_cache.insert(job.key, new QImage(icon), icon.sizeInBytes());
+    if (!isWaitedFor)
+        return;
+    QMetaObject::invokeMethod(
+        &m_mainThread, [this, job, icon] { deliver(job, icon); }, Qt::QueuedConnection);
+}
+
+void AppIconReader::deliver(const Job &job, const QImage &icon)
+{
+    std::vector<QPointer<AppIconLoader>> loaders;
+    {
+        const QMutexLocker lock(&m_mutex);
+        if (job.generation != m_generation)
+            return;
+        loaders = m_waiting.take(job.key);
+        std::erase(m_queue, job.key);
+    }
+    for (const QPointer<AppIconLoader> &loader : loaders)
+        m_wishes.remove(loader);
+    for (const QPointer<AppIconLoader> &loader : loaders) {
+        // What one loader's listeners do may destroy another, or give it another path.
+        if (loader && AppIconKey{loader->path(), loader->pixelSize()} == job.key)
+            loader->setIcon(icon);
+    }
+}
+
+QImage AppIconReader::genericIcon(int pixelSize)
+{
+    if (pixelSize <= 0)
+        return {};
+    if (const auto known = m_genericIcons.constFind(pixelSize); known != m_genericIcons.cend())
+        return *known;
+    QImage icon;
+    if (m_source) {
+        icon = m_source->genericIcon(pixelSize);
+    } else {
+        icon = QImage(pixelSize, pixelSize, QImage::Format_ARGB32_Premultiplied);
+        icon.fill(Qt::transparent);
+    }
+    if (m_genericIcons.size() >= mostGenericSizes)
+        m_genericIcons.clear();
+    m_genericIcons.insert(pixelSize, icon);
+    return icon;
+}
+
+void AppIconReader::setSource(const platform::IconSource *source)
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        if (source == m_source)
+            return;
+        m_source = source;
+    }
+    m_genericIcons.clear();
+    invalidate();
+}
+
+void AppIconReader::setCacheLimit(qint64 bytes)
+{
+    const QMutexLocker lock(&m_mutex);
+    m_cache.setMaxCost(bytes);
+}
+
+void AppIconReader::invalidate()
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        ++m_generation;
+        m_cache.clear();
+        m_queue.clear();
+        m_inProgress.clear();
+        m_waiting.clear();
+        for (Batch &batch : m_batches)
+            batch.next = 0;
+        startPrefetching();
+    }
+    m_wishes.clear();
+    for (const QPointer<AppIconLoader> &loader : copyOf(m_loaders)) {
+        if (loader)
+            loader->request(true);
+    }
+}
+
+void AppIconReader::shutDown()
+{
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_source = nullptr;
+        ++m_generation;
+        m_cache.clear();
+        m_queue.clear();
+        m_batches.clear();
+        m_inProgress.clear();
+        m_waiting.clear();
+    }
+    m_wishes.clear();
+    m_genericIcons.clear();
+    for (QThreadPool *pool : {&m_visible.pool, &m_prefetch.pool})
+        pool->waitForDone();
+}
+
+} // namespace quillbay

@@ -1,0 +1,3 @@
+target_sources(quillbay_library PRIVATE
+  AppIconLoader.h AppIconLoader.cpp
+  AppIconReader.h AppIconReader.cpp)
