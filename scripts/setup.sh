@@ -67,6 +67,18 @@ require_root() {
         fail "sudo would ask for a password, and there is no terminal; missing: $*"
 }
 
+start_log() {
+    mkdir -p "$logs"
+    : >"$log"
+}
+
+# Ends the script because something could not be downloaded or installed; the log tells whether for want of a network.
+fail_by_log() {
+    local network='Failed to fetch|Unable to fetch|Could not resolve|ENOTFOUND|EAI_AGAIN|ETIMEDOUT|ECONNREFUSED|ENETUNREACH'
+    ! grep -qE "$network" "$log" || fail "$1 (no network?); see $log"
+    fail "$1; see $log"
+}
+
 # Lines "package version" of what apt could install of the given packages.
 candidates() {
     LC_ALL=C apt-cache policy "$@" 2>>"$log" | awk '
@@ -77,31 +89,30 @@ candidates() {
 install_packages() {
     local options=(-y -q -o DPkg::Lock::Timeout=300) reached=1 available absent qt
     require_root "$@"
+    start_log
     printf 'Installing %d packages: %s\n' $# "$*"
-    as_root apt-get update "${options[@]}" -o APT::Update::Error-Mode=any </dev/null >>"$log" 2>&1 || reached=
+    as_root env LC_ALL=C apt-get update "${options[@]}" -o APT::Update::Error-Mode=any </dev/null >>"$log" 2>&1 || reached=
 
     available=$(candidates "$@")
     absent=$(comm -23 <(printf '%s\n' "$@" | sort) <(cut -d' ' -f1 <<<"$available" | sort))
     absent=${absent//$'\n'/ }
     if [[ -n $absent ]]; then
-        [[ -n $reached ]] || fail "the package archive cannot be reached (no network?); missing: $absent; see $log"
+        [[ -n $reached ]] || fail_by_log "the package archive cannot be read; missing: $absent"
         fail "this system's package archive does not have: $absent"
     fi
     qt=$(sed -n 's/^qt6-base-dev //p' <<<"$available")
     [[ -z $qt ]] || dpkg --compare-versions "$qt" ge "$minimum_qt" ||
         fail "this system offers Qt $qt; Quillbay needs Qt $minimum_qt (Debian 12 or later)"
 
-    as_root env DEBIAN_FRONTEND=noninteractive apt-get install "${options[@]}" --no-install-recommends "$@" \
-        </dev/null >>"$log" 2>&1 && return
-    ! grep -qE 'Failed to fetch|Unable to fetch|Could not resolve' "$log" ||
-        fail "the package archive cannot be reached (no network?); see $log"
-    fail "apt-get could not install the packages; see $log"
+    as_root env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get install "${options[@]}" --no-install-recommends "$@" \
+        </dev/null >>"$log" 2>&1 || fail_by_log 'apt-get could not install the packages'
 }
 
 install_fonts() {
+    start_log
     echo 'Fetching the symbol fonts'
     npm ci --ignore-scripts --no-audit --no-fund </dev/null >>"$log" 2>&1 ||
-        fail "npm could not fetch the symbol fonts (no network?); see $log"
+        fail_by_log 'npm could not fetch the symbol fonts'
     # npm leaves an older tree as it is when nothing in it changed.
     touch node_modules/.package-lock.json
 }
@@ -121,13 +132,6 @@ if [[ -z ${QUILLBAY_SKIP_SETUP:-} ]]; then
         mapfile -t npm < <(package_names npm)
         mapfile -t -O "${#missing[@]}" missing < <(missing_packages "${npm[@]}")
     fi
-    if ((${#missing[@]})); then
-        mkdir -p "$logs"
-        : >"$log"
-        install_packages "${missing[@]}"
-    fi
+    ((${#missing[@]} == 0)) || install_packages "${missing[@]}"
 fi
-if ! fonts_are_current; then
-    mkdir -p "$logs"
-    install_fonts
-fi
+fonts_are_current || install_fonts
