@@ -67,13 +67,17 @@ QByteArray run(const QString &tool, const QStringList &arguments, const QDeadlin
             break;
     }
     output += process.readAllStandardOutput();
+    // Waiting for a process that has already been seen to end answers "no".
     const bool ended =
-        output.size() <= largestPicture && process.waitForFinished(int(deadline.remainingTime()));
+        process.state() == QProcess::NotRunning ||
+        (output.size() <= largestPicture && process.waitForFinished(int(deadline.remainingTime())));
     if (!ended) {
         process.kill();
         process.waitForFinished();
         return {};
     }
+    if (output.size() > largestPicture)
+        return {};
     return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0 ? output : QByteArray();
 }
 
