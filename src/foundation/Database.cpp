@@ -19,6 +19,8 @@ QByteArray nameFor(const QString &path, Database::Mode mode)
 int flagsFor(Database::Mode mode)
 {
     switch (mode) {
+    case Database::Mode::ReadWrite:
+        return SQLITE_OPEN_READWRITE;
     case Database::Mode::Create:
         return SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE;
     case Database::Mode::ReadOnly:

@@ -20,8 +20,9 @@ class Database
 {
 public:
     enum class Mode {
-        Create,   ///< Read and write; made where missing. Falls back to reading where writing is not allowed.
-        ReadOnly, ///< Read, with the locks and the journal of a file that others may be writing.
+        ReadWrite, ///< Read and write. Falls back to reading where writing is not allowed.
+        Create,    ///< The same, and made where missing.
+        ReadOnly,  ///< Read, with the locks and the journal of a file that others may be writing.
         Immutable, ///< Read a file that cannot change: no locks, and what only its journal holds stays
                    ///< unseen.
     };

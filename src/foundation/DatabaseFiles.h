@@ -20,12 +20,27 @@ public:
 
     const QString &path() const { return m_path; }
 
-    /// Makes missing folders (0700) and a missing main file (0600, empty, which SQLite takes for a new
-    /// database), and takes away what group and others may do with files that are there. SQLite gives its
-    /// other files the permissions of the main one. Answers what went wrong, if anything.
-    std::optional<QString> makePrivate() const;
-    /// Whether a journal with content lies beside no or an empty main file: SQLite would throw it away.
-    bool isJournalOrphaned() const;
+    /// Whether the main file is missing, or there without a byte.
+    bool isMissing() const;
+    /// Whether a folder or the like has the main file's name.
+    bool isNoFile() const;
+    /// Whether the main file is too short for a database (SQLite takes one byte for none), or missing while a
+    /// journal with content lies there, which SQLite would throw away.
+    bool isRemnant() const;
+    /// Whether the main file does not end where a page does, and no journal is there to complete it: SQLite
+    /// would take what is missing of the last page for zeros.
+    bool isLastPageCutShort(qint64 pageSize) const;
+
+    /// The three answer what went wrong, if anything. Makes the folders that are missing (0700).
+    std::optional<QString> makeFolder() const;
+    /// Gives the main file to the owner alone, and the others the same permissions, as SQLite does when it
+    /// makes them.
+    std::optional<QString> closeToOthers() const;
+    /// Makes an empty main file, 0600; what was left of an earlier one is removed with everything that
+    /// belongs to it.
+    std::optional<QString> makeEmpty() const;
+    /// Renames the main file, which must be closed and without a journal, to the missing one of `target`.
+    std::optional<QString> takePlaceOf(const DatabaseFiles &target) const;
     /// Renames every file of the set to one new name beside the old one, ".damaged-" and the time in UTC, so
     /// that the set can still be opened as it was. Never replaces a file. Answers the main file's new path,
     /// or nothing where a file could not be renamed; what is left must then not be opened for writing.

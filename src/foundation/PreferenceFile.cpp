@@ -1,9 +1,12 @@
 #include "foundation/PreferenceFile.h"
 
 #include "foundation/Database.h"
+#include "foundation/FolderLock.h"
 
-#include <QLockFile>
+#include <QFileInfo>
 #include <QLoggingCategory>
+
+#include <chrono>
 
 #include <sqlite3.h>
 
@@ -15,7 +18,7 @@ Q_LOGGING_CATEGORY(logPreferences, "quillbay.preferences")
 
 constexpr qint64 LayoutVersion = 1;
 constexpr int BusyTimeout = 2000;
-constexpr int LockTimeout = 5000;
+constexpr std::chrono::seconds LockPatience(5);
 constexpr int MaxAttempts = 4;
 
 constexpr const char *SelectSql =
@@ -24,12 +27,12 @@ constexpr const char *UpsertSql =
     "INSERT INTO preferences(domain, key, type, value) VALUES(?1, ?2, ?3, ?4)"
     " ON CONFLICT(domain, key) DO UPDATE SET type = excluded.type, value = excluded.value";
 constexpr const char *DeleteSql = "DELETE FROM preferences WHERE domain = ?1 AND key = ?2";
-constexpr const char *LayoutSql =
-    "BEGIN IMMEDIATE;"
-    "CREATE TABLE IF NOT EXISTS preferences(domain TEXT, key TEXT, type TEXT, value BLOB,"
-    " PRIMARY KEY(domain, key)) WITHOUT ROWID;"
-    "PRAGMA user_version = 1;"
-    "COMMIT";
+constexpr const char *LayoutSql = "PRAGMA journal_mode = WAL;"
+                                  "BEGIN IMMEDIATE;"
+                                  "CREATE TABLE preferences(domain TEXT, key TEXT, type TEXT, value BLOB,"
+                                  " PRIMARY KEY(domain, key)) WITHOUT ROWID;"
+                                  "PRAGMA user_version = 1;"
+                                  "COMMIT";
 
 PreferenceFile::Value valueOf(const Statement &row, int column)
 {
@@ -99,7 +102,66 @@ struct PreferenceFile::Connection
         return false;
     }
 
-    State failed() const { return Database::isDamage(errorCode) ? State::Damaged : State::Unusable; }
+    State failed(State otherwise = State::Unusable) const
+    {
+        return Database::isDamage(errorCode) ? State::Damaged : otherwise;
+    }
+
+    State problem(State state, const QString &text)
+    {
+        errorText = text;
+        return state;
+    }
+
+    State open(const DatabaseFiles &files)
+    {
+        if (files.isNoFile())
+            return problem(State::Unusable, QStringLiteral("not a regular file"));
+        if (files.isRemnant())
+            return problem(State::Damaged, QStringLiteral("only a remnant"));
+        if (files.isMissing())
+            return State::Missing;
+        if (const auto error = files.closeToOthers())
+            return problem(State::Unusable, *error);
+        if (!database.open(files.path(), Database::Mode::ReadWrite) ||
+            !database.setJournalKeptAtClose(true) || !database.setBusyTimeout(BusyTimeout) ||
+            !database.execute("PRAGMA synchronous = NORMAL; PRAGMA journal_size_limit = 4194304")) {
+            noteError(database);
+            return failed();
+        }
+        const State state = checkLayout(files);
+        if (state == State::Ready && !database.setJournalKeptAtClose(false))
+            return problem(State::Unusable, database.errorText());
+        return state;
+    }
+
+    State checkLayout(const DatabaseFiles &files)
+    {
+        const std::optional<Value> version = ask("PRAGMA user_version");
+        const std::optional<Value> pageSize = ask("PRAGMA page_size");
+        if (!version || !pageSize)
+            return failed();
+        if (database.hasMoved())
+            return State::Missing;
+        if (database.isReadOnly())
+            return problem(State::Unusable, QStringLiteral("read-only"));
+        if (*version == Value(qint64(0)))
+            return problem(State::Damaged, QStringLiteral("another program's database"));
+        if (*version != Value(LayoutVersion))
+            return problem(State::Later, QStringLiteral("a later version of the program wrote it"));
+        if (!prepare())
+            return failed(errorCode == SQLITE_ERROR ? State::Damaged : State::Unusable);
+        if (files.isLastPageCutShort(std::get<qint64>(*pageSize)))
+            return problem(State::Damaged, QStringLiteral("cut short"));
+        return State::Ready;
+    }
+
+    bool layOut(const QString &path)
+    {
+        if (database.open(path, Database::Mode::Create) && database.execute(LayoutSql))
+            return true;
+        return noteError(database);
+    }
 };
 
 PreferenceFile::PreferenceFile(const QString &path)
@@ -117,7 +179,7 @@ void PreferenceFile::attach(Suspicion suspicion)
     if (suspicion != Suspicion::None && !m_connection->database.setJournalKeptAtClose(true))
         report(QStringLiteral("the journal may be merged: %1").arg(m_connection->database.errorText()));
     State state = suspicion == Suspicion::None ? connect() : State::Damaged;
-    if (state == State::Empty || state == State::Damaged)
+    if (state != State::Ready && state != State::Later)
         state = settle(suspicion);
     if (state != State::Ready)
         continueInMemory();
@@ -129,55 +191,23 @@ PreferenceFile::State PreferenceFile::connect()
     // Resolved anew: a link may have been laid or made to point elsewhere since.
     m_files = DatabaseFiles(m_givenPath);
     m_connection = std::make_unique<Connection>();
-    Connection &c = *m_connection;
-    const auto state = [&] {
-        if (m_files.isJournalOrphaned()) {
-            c.errorText = QStringLiteral("a journal without its file");
-            return State::Damaged;
-        }
-        if (const auto problem = m_files.makePrivate()) {
-            c.errorText = *problem;
-            return State::Unusable;
-        }
-        Database &db = c.database;
-        if (!db.open(m_files.path(), Database::Mode::Create) || !db.setJournalKeptAtClose(true) ||
-            !db.setBusyTimeout(BusyTimeout) ||
-            !db.execute("PRAGMA synchronous = NORMAL; PRAGMA journal_size_limit = 4194304")) {
-            c.noteError(db);
-            return c.failed();
-        }
-        const std::optional<Value> version = c.ask("PRAGMA user_version");
-        if (!version)
-            return c.failed();
-        if (db.isReadOnly()) {
-            c.errorText = QStringLiteral("it is read-only");
-            return State::Unusable;
-        }
-        if (*version == Value(qint64(0))) {
-            const std::optional<Value> tables = c.ask("SELECT count(*) FROM sqlite_schema");
-            if (!tables)
-                return c.failed();
-            c.errorText = QStringLiteral("it is another program's database");
-            return *tables == Value(qint64(0)) ? State::Empty : State::Damaged;
-        }
-        if (*version != Value(LayoutVersion)) {
-            c.errorText = QStringLiteral("a later version of the program wrote it");
-            return State::Later;
-        }
-        if (!c.prepare())
-            return c.errorCode == SQLITE_ERROR ? State::Damaged : c.failed();
-        return db.setJournalKeptAtClose(false) ? State::Ready : State::Unusable;
-    }();
-    m_problem = c.errorText;
+    const State state = m_connection->open(m_files);
+    if (state != State::Ready)
+        m_problem = m_connection->errorText;
     return state;
 }
 
 PreferenceFile::State PreferenceFile::settle(Suspicion suspicion)
 {
     m_connection.reset();
-    QLockFile lock(m_files.path() + QStringLiteral(".lock"));
-    if (!lock.tryLock(LockTimeout)) {
-        m_problem = QStringLiteral("cannot lock it");
+    if (const auto error = m_files.makeFolder()) {
+        m_problem = *error;
+        return State::Unusable;
+    }
+    const FolderLock lock(QFileInfo(m_files.path()).path(), LockPatience);
+    if (!lock.isHeld()) {
+        if (m_problem.isEmpty())
+            m_problem = QStringLiteral("cannot be locked");
         return State::Unusable;
     }
     State state = connect();
@@ -186,22 +216,25 @@ PreferenceFile::State PreferenceFile::settle(Suspicion suspicion)
         state = State::Damaged;
     if (state == State::Damaged || (state == State::Ready && suspicion == Suspicion::Proven))
         state = setAside();
-    return state == State::Empty ? layOut() : state;
+    return state == State::Missing ? make() : state;
 }
 
-PreferenceFile::State PreferenceFile::layOut()
+PreferenceFile::State PreferenceFile::make()
 {
-    Connection &c = *m_connection;
-    if (!c.database.execute("PRAGMA journal_mode = WAL") || !c.database.execute(LayoutSql)) {
-        c.noteError(c.database);
-        m_problem = c.errorText;
-        return State::Unusable;
+    m_connection.reset();
+    const DatabaseFiles fresh(m_files.path() + QStringLiteral(".new"));
+    std::optional<QString> error = fresh.makeEmpty();
+    if (!error) {
+        Connection maker;
+        if (!maker.layOut(fresh.path()))
+            error = maker.errorText;
     }
-    if (!c.prepare() || !c.database.setJournalKeptAtClose(false)) {
-        m_problem = c.errorText;
-        return State::Unusable;
-    }
-    return State::Ready;
+    if (!error)
+        error = fresh.takePlaceOf(m_files);
+    if (!error)
+        return connect();
+    m_problem = *error;
+    return State::Unusable;
 }
 
 PreferenceFile::State PreferenceFile::setAside()
@@ -211,7 +244,7 @@ PreferenceFile::State PreferenceFile::setAside()
     m_connection.reset();
     const std::optional<QString> name = isJournalKept ? m_files.setAside() : std::nullopt;
     if (!name) {
-        m_problem = QStringLiteral("it is damaged and cannot be renamed");
+        m_problem = QStringLiteral("damaged, and cannot be renamed");
         return State::Unusable;
     }
     report(QStringLiteral("could not be read (%1) and was set aside as %2").arg(m_problem, *name));
@@ -224,12 +257,7 @@ void PreferenceFile::continueInMemory()
     m_isInMemory = true;
     m_connection = std::make_unique<Connection>();
     Connection &c = *m_connection;
-    if (!c.database.open(QStringLiteral(":memory:"), Database::Mode::Create) ||
-        !c.database.execute(LayoutSql)) {
-        report(c.database.errorText());
-        return;
-    }
-    if (!c.prepare()) {
+    if (!c.layOut(QStringLiteral(":memory:")) || !c.prepare()) {
         report(c.errorText);
         return;
     }
@@ -238,8 +266,7 @@ void PreferenceFile::continueInMemory()
 
 void PreferenceFile::copyToMemory()
 {
-    // Without its shared memory file, which a read-only folder has no room for, only an immutable file is
-    // read.
+    // A read-only folder has no room for the journal's index, without which only an immutable file is read.
     for (const Database::Mode mode : {Database::Mode::ReadOnly, Database::Mode::Immutable}) {
         Database source;
         if (!source.open(m_files.path(), mode))

@@ -24,15 +24,17 @@ namespace quillbay {
 ///
 /// - A file that is no database, is damaged, or has another layout without saying so is set aside, and an
 /// empty
-///   one takes its place: at the opening, and later when a read or a write comes upon a damaged page. Making,
-///   laying out and setting aside happen under a lock file, and look again once it is held, so that of
-///   several processes one does it.
+///   one takes its place: at the opening, and later when a call comes upon a damaged page.
+/// - That happens under a lock file, and looks again once it is held, so that of several processes one does
+/// it. A
+///   new file is made under another name and complete when it gets its own: SQLite finds journals by name,
+///   and a process that still has the old file open would play a new one's back into it.
 /// - A file that another one took the place of (or that was removed) is let go, and the call repeated on the
 /// new
 ///   one; a change is therefore answered as kept only when it is in the file that now has the name.
-/// - Where the file cannot be written (or made, or has a later layout) it is left as it is. What can be read
-/// from it
-///   is copied to a database in memory, which answers for the rest of the session.
+/// - A file that cannot be written (or made, or has a later layout) is left as it is. What can be read from
+/// it is
+///   copied to a database in memory, which answers for the rest of the session.
 ///
 /// Each of these prints one line. Thread: the one that made it.
 class PreferenceFile
@@ -55,7 +57,7 @@ public:
 
 private:
     struct Connection;
-    enum class State { Ready, Empty, Damaged, Later, Unusable };
+    enum class State { Ready, Missing, Damaged, Later, Unusable };
     /// What a failed call said of the file: nothing, that a page is damaged (to be checked, since another
     /// process may have put a new file there by now), or the same once more after the check had found
     /// nothing.
@@ -65,7 +67,7 @@ private:
     void attach(Suspicion suspicion);
     State connect();
     State settle(Suspicion suspicion);
-    State layOut();
+    State make();
     State setAside();
     void continueInMemory();
     void copyToMemory();

@@ -2,6 +2,7 @@
 
 #include "foundation/PreferenceFile.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QStandardPaths>
@@ -52,8 +53,11 @@ PreferenceStore::PreferenceStore(std::shared_ptr<PreferenceFile> file, const QSt
 
 QString PreferenceStore::defaultPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/quillbay/preferences.sqlite");
+    QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    // A relative folder in the environment does not count, which Qt does not look at.
+    if (!QDir::isAbsolutePath(folder))
+        folder = QDir::home().filePath(QStringLiteral(".config"));
+    return folder + QStringLiteral("/quillbay/preferences.sqlite");
 }
 
 PreferenceStore PreferenceStore::suite(const QString &name) const

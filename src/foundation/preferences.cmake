@@ -2,6 +2,7 @@
 target_sources(quillbay_foundation PRIVATE
   Database.h Database.cpp
   Statement.h Statement.cpp
+  FolderLock.h FolderLock.cpp
   DatabaseFiles.h DatabaseFiles.cpp
   PreferenceFile.h PreferenceFile.cpp
   PreferenceStore.h PreferenceStore.cpp)

@@ -1,0 +1,11 @@
+add_executable(preference_writer preference_writer.cpp PreferenceRecord.h)
+target_include_directories(preference_writer PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+target_link_libraries(preference_writer PRIVATE quillbay_options quillbay_foundation)
+set_target_properties(preference_writer PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+
+quillbay_test(foundation_observable SOURCES ObservableObjectTest.cpp LIBRARIES quillbay_foundation)
+quillbay_test(foundation_preferences
+  SOURCES StatementTest.cpp PreferenceStoreTest.cpp PreferenceDamageTest.cpp PreferenceProcessesTest.cpp PreferenceFixture.h
+  LIBRARIES quillbay_foundation)
+target_compile_definitions(foundation_preferences PRIVATE PREFERENCE_WRITER="$<TARGET_FILE:preference_writer>")
+add_dependencies(foundation_preferences preference_writer)
