@@ -115,6 +115,16 @@ TEST_F(IconThemeIndexTest, OwnFoldersWinOverTheSystemsAndNeedNoIndexFileOfTheirO
                                          text("icons/hicolor/48x48/apps/app.png")));
 }
 
+TEST_F(IconThemeIndexTest, AFolderLinkedForDoubleDensityCountsOnce)
+{
+    theme("hicolor",
+          {apps48, {"48x48@2x/apps", "Size=48\nScale=2\nType=Fixed\nContext=Applications"}, apps96});
+    files({"icons/hicolor/48x48/apps/app.png", "icons/hicolor/96x96/apps/app.png"});
+    ASSERT_TRUE(QFile::link(text("48x48"), home.path(shared("icons/hicolor/48x48@2x"))));
+    EXPECT_THAT(find("app", 96), ElementsAre(text("icons/hicolor/96x96/apps/app.png"),
+                                             text("icons/hicolor/48x48/apps/app.png")));
+}
+
 TEST_F(IconThemeIndexTest, ReadsHicolorThatNobodyDescribed)
 {
     home.write(text(".local/share/icons/hicolor/128x128/apps/app.png"), "x");

@@ -34,12 +34,12 @@ qint64 nanoseconds(const timespec &time)
 
 } // namespace
 
-bool IconListing::watch(const QByteArray &path)
+std::optional<IconListing::Identity> IconListing::stamp(const QByteArray &path)
 {
     struct stat status = {};
     if (::stat(path.constData(), &status) != 0 || !S_ISDIR(status.st_mode)) {
         m_stamps.push_back({path, 0, 0});
-        return false;
+        return std::nullopt;
     }
     // A file that comes within the same clock tick leaves the time as it is: a folder that has just changed
     // is listed once more when next looked at.
@@ -49,12 +49,18 @@ bool IconListing::watch(const QByteArray &path)
     const qint64 modified = nanoseconds(status.st_mtim);
     const bool justChanged = std::abs(nanoseconds(now) - modified) < tick;
     m_stamps.push_back({path, status.st_ino, justChanged ? -1 : modified});
-    return true;
+    return Identity{status.st_dev, status.st_ino};
+}
+
+bool IconListing::watch(const QByteArray &path)
+{
+    return stamp(path).has_value();
 }
 
 void IconListing::add(const QByteArray &path, const IconThemeFolder &kind)
 {
-    if (!watch(path))
+    const std::optional<Identity> identity = stamp(path);
+    if (!identity || !m_listed.insert(*identity).second)
         return;
     DIR *folder = ::opendir(path.constData());
     if (!folder)

@@ -5,6 +5,9 @@
 #include <QByteArray>
 #include <QStringList>
 
+#include <optional>
+#include <set>
+#include <utility>
 #include <vector>
 
 #include <sys/types.h>
@@ -54,9 +57,15 @@ private:
         qint64 modified;
     };
 
+    using Identity = std::pair<dev_t, ino_t>;
+
+    /// Remembers what `path` is like now; nothing if it is no folder.
+    std::optional<Identity> stamp(const QByteArray &path);
+
     std::vector<File> m_files;
     std::vector<Folder> m_folders;
     std::vector<Stamp> m_stamps;
+    std::set<Identity> m_listed;
     bool m_sorted = true;
 };
 
