@@ -1,1 +1,97 @@
-int main() { return 0; }
+#include "app/QuillbayApp.h"
+#include "foundation/Console.h"
+#include "foundation/NotificationCenter.h"
+#include "foundation/PreferenceStore.h"
+#include "library/AppIconLoader.h"
+#include "platform/Appearance.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/ApplicationService.h"
+#include "platform/ApplicationSource.h"
+#include "platform/FolderWatch.h"
+#include "platform/GlobalHotkey.h"
+#include "platform/IconSource.h"
+#include "platform/Platform.h"
+#include "platform/WindowEffects.h"
+#include "ui/Screens.h"
+#include "ui/vocabulary/Theme.h"
+
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <cstring>
+
+using namespace quillbay;
+
+namespace {
+
+/// The exit status of a service that the machine does not have (sysexits.h).
+constexpr int unavailable = 69;
+
+struct Arguments
+{
+    bool serviceOnly =
+        false; ///< The desktop's message bus started the program: no window until it is asked for.
+    QStringList urls;
+};
+
+Arguments parse(int argc, char **argv)
+{
+    Arguments arguments;
+    for (int i = 1; i < argc; ++i) {
+        if (std::strcmp(argv[i], "--gapplication-service") == 0)
+            arguments.serviceOnly = true;
+        else
+            arguments.urls.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
+
+int run(QGuiApplication &application, platform::ApplicationService &service, bool show)
+{
+    platform::Platform platform = platform::createPlatform();
+    AppIconLoader::setSource(platform.icons.get());
+    PreferenceStore preferences;
+    NotificationCenter notifications;
+    Theme theme(*platform.appearance, *platform.windowEffects);
+    QuillbayApp app(platform, service, preferences, notifications);
+    Screens screens(app.viewModel(), notifications);
+    if (!screens.window())
+        return 1;
+    app.finishLaunching(*screens.window(), show);
+    const int status = application.exec();
+    AppIconLoader::shutDown();
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const char *reason = nullptr;
+    if (!platform::hasDisplay(&reason)) {
+        std::fprintf(stderr, "quillbay: %s\n", reason);
+        return unavailable;
+    }
+    const Arguments arguments = parse(argc, argv);
+    const std::unique_ptr<platform::ApplicationService> service = platform::createApplicationService();
+    switch (service->claim(arguments.urls)) {
+    case platform::ApplicationService::Claim::Forwarded:
+        return 0;
+    case platform::ApplicationService::Claim::Refused:
+        std::fprintf(stderr, "quillbay: the program already runs but does not answer\n");
+        return 1;
+    case platform::ApplicationService::Claim::Primary:
+        break;
+    }
+
+    // A frame is drawn as soon as it is asked for instead of some milliseconds later.
+    if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME"))
+        qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+    QGuiApplication::setApplicationName(QStringLiteral("quillbay"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Quillbay"));
+    QGuiApplication::setDesktopFileName(QLatin1String(platform::applicationId));
+    QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    QGuiApplication application(argc, argv);
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    return run(application, *service, !arguments.serviceOnly);
+}

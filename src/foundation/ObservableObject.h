@@ -9,10 +9,10 @@ namespace quillbay {
 /// An object that announces a change twice: `objectWillChange` before the value changes, and the property's
 /// own notify signal after it.
 ///
-/// Both are needed. A listener of `objectWillChange` runs while every getter still answers with the old value:
-/// whoever recomputes from it sees the state before the change, and an operation whose result must show at
-/// once therefore ends with one more `objectWillChange`. QML bindings hang on the notify signals and see the
-/// state after the change.
+/// Both are needed. A listener of `objectWillChange` runs while every getter still answers with the old
+/// value: whoever recomputes from it sees the state before the change, and an operation whose result must
+/// show at once therefore ends with one more `objectWillChange`. QML bindings hang on the notify signals and
+/// see the state after the change.
 ///
 /// Thread: the thread of the object, which for all long-lived ones is the main thread.
 class ObservableObject : public QObject

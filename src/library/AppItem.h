@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QHashFunctions>
+#include <QList>
 #include <QString>
 #include <QUrl>
 
@@ -8,20 +10,33 @@ namespace quillbay {
 
 /// An installed application.
 ///
-/// Identity is `url.path` alone: two records of one path with different names or categories are the same item,
-/// for equality and for hashing. The two forms of the location are not interchangeable: `id()` serves identity,
-/// the hidden set and the icon cache; `url.toString(QUrl::FullyEncoded)` is what lists and folders store.
+/// Identity is the path alone: two records of one path with different names or categories are the same item,
+/// for equality and for hashing. The two forms of the location are not interchangeable: the path serves
+/// identity, the hidden set and the icon cache; `absoluteString()` is what lists and folders store.
 struct AppItem
 {
-    QString name;
-    QUrl url;         ///< File URL of the bundle, desktop entry or image.
+    QString name;     ///< Display name.
+    QString path;     ///< Path of the bundle, desktop entry or image, as `url().path()` gives it.
     QString category; ///< Display name of the category; "Other" when nothing better is known.
 
-    /// The path of `url`, percent-decoded, without a trailing slash.
-    QString id() const { return url.path(QUrl::FullyDecoded); }
+    /// Derived from `name` once, by the scan: `memcmp` order of the keys is the locale's order of the names,
+    /// and a query is contained in a name when its key (`searchKey(query)`) is contained in this one.
+    QByteArray sortKey;
+    QString searchKey;
 
-    friend bool operator==(const AppItem &a, const AppItem &b) { return a.id() == b.id(); }
-    friend size_t qHash(const AppItem &item, size_t seed = 0) noexcept { return qHash(item.id(), seed); }
+    const QString &id() const { return path; }
+    QUrl url() const { return QUrl::fromLocalFile(path); }
+    /// The percent-encoded file URL.
+    QString absoluteString() const { return url().toString(QUrl::FullyEncoded); }
+
+    friend bool operator==(const AppItem &a, const AppItem &b) { return a.path == b.path; }
+    friend size_t qHash(const AppItem &item, size_t seed = 0) noexcept { return qHash(item.path, seed); }
 };
 
+/// Whether the two show the same: identity, name and category. Identity alone is not enough to leave a tile
+/// as it is, since a desktop entry can be given another name where it stands.
+bool looksSame(const AppItem &a, const AppItem &b);
+
 } // namespace quillbay
+
+Q_DECLARE_TYPEINFO(quillbay::AppItem, Q_RELOCATABLE_TYPE);

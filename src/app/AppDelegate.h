@@ -1,0 +1,57 @@
+#pragma once
+
+#include "app/GlobalHotkeyManager.h"
+#include "app/WindowDelegate.h"
+
+#include <QObject>
+
+namespace quillbay {
+
+class MainWindow;
+class NotificationCenter;
+class PreferenceStore;
+
+namespace platform {
+class ApplicationService;
+class GlobalHotkey;
+} // namespace platform
+
+/// What happens when the program has started, is opened again, and is asked to quit.
+/// Thread: main thread.
+class AppDelegate : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// What the delegate speaks to; all must outlive it.
+    struct Surroundings
+    {
+        MainWindow &mainWindow;
+        PreferenceStore &preferences;
+        NotificationCenter &notifications;
+        platform::ApplicationService &service;
+        platform::GlobalHotkey &hotkey;
+    };
+
+    explicit AppDelegate(const Surroundings &surroundings, QObject *parent = nullptr);
+
+    /// Sets the window up and asks for the hotkey. `show` is false when the desktop started the program only
+    /// to serve: then the window waits for the first activation.
+    void applicationDidFinishLaunching(bool show);
+
+    /// The program was started again or its icon clicked: the window comes back with all its state.
+    void applicationShouldHandleReopen(const QString &activationToken);
+
+Q_SIGNALS:
+    /// A URL was opened into the program.
+    void urlOpened(const QString &url);
+
+private:
+    void performAction(const QString &action, const QVariantList &parameters);
+
+    Surroundings m_around;
+    WindowDelegate m_windowDelegate;
+    GlobalHotkeyManager m_hotkeyManager;
+};
+
+} // namespace quillbay

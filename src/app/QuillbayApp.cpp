@@ -1,0 +1,64 @@
+#include "app/QuillbayApp.h"
+
+#include "app/AppDelegate.h"
+#include "app/MainWindow.h"
+#include "foundation/Console.h"
+#include "platform/Appearance.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/ApplicationSource.h"
+#include "platform/FolderWatch.h"
+#include "platform/GlobalHotkey.h"
+#include "platform/IconSource.h"
+#include "platform/Platform.h"
+#include "platform/WindowEffects.h"
+
+#include <QQuickWindow>
+
+#include <cmath>
+
+namespace quillbay {
+
+namespace {
+
+/// Edge of the icon on a tile, in device-independent pixels.
+constexpr int tileIconEdge = 80;
+
+} // namespace
+
+QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationService &service,
+                         PreferenceStore &preferences, NotificationCenter &notifications)
+    : m_platform(platform)
+    , m_service(service)
+    , m_preferences(preferences)
+    , m_notifications(notifications)
+    , m_appFinder(*platform.applications, *platform.folderWatch)
+    , m_viewModel(m_appFinder, *platform.launcher)
+{
+}
+
+QuillbayApp::~QuillbayApp() = default;
+
+void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
+{
+    m_appFinder.setIconPixelSize(int(std::ceil(tileIconEdge * window.effectiveDevicePixelRatio())));
+    m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
+    m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
+        *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
+    announceFirstGrid();
+    m_appDelegate->applicationDidFinishLaunching(show);
+}
+
+void QuillbayApp::announceFirstGrid()
+{
+    connect(
+        &m_appFinder, &AppFinder::scanFinished, this,
+        [this] {
+            m_mainWindow->whenPainted([this] {
+                printLine(QStringLiteral("🗂️ Showing %1 applications")
+                              .arg(m_viewModel.filteredApps()->count()));
+            });
+        },
+        Qt::SingleShotConnection);
+}
+
+} // namespace quillbay

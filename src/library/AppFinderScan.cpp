@@ -1,0 +1,70 @@
+#include "foundation/Console.h"
+#include "library/AppFinder.h"
+#include "library/CategoryName.h"
+#include "library/SearchKey.h"
+#include "platform/ApplicationSource.h"
+#include "platform/FolderWatch.h"
+
+#include <algorithm>
+
+namespace quillbay {
+
+namespace {
+
+AppItem appItem(platform::InstalledApplication &&found)
+{
+    AppItem app;
+    app.category = found.category.isNull() ? categoryName(found.categoryType) : std::move(found.category);
+    app.searchKey = searchKey(found.name);
+    app.name = std::move(found.name);
+    app.path = std::move(found.path);
+    app.sortKey = std::move(found.sortKey);
+    return app;
+}
+
+} // namespace
+
+QList<AppItem> readApplications(const platform::ApplicationSource &source)
+{
+    std::vector<platform::InstalledApplication> found = source.scan();
+    std::stable_sort(found.begin(), found.end(),
+                     [](const auto &a, const auto &b) { return a.sortKey < b.sortKey; });
+    QList<AppItem> apps;
+    apps.reserve(qsizetype(found.size()));
+    for (platform::InstalledApplication &application : found)
+        apps.append(appItem(std::move(application)));
+    return apps;
+}
+
+void AppFinder::scanApps()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { setIsScanning(true); }, Qt::QueuedConnection);
+    m_pool.start([this] {
+        QList<AppItem> found = readApplications(m_source);
+        QMetaObject::invokeMethod(
+            this, [this, found = std::move(found)]() mutable { handOver(std::move(found)); },
+            Qt::QueuedConnection);
+    });
+}
+
+void AppFinder::startMonitoring()
+{
+    m_isMonitoring = true;
+    connect(&m_watch, &platform::FolderWatch::changed, this, &AppFinder::scheduleRescan);
+    const int watched = m_watch.watch(m_source.folders());
+    printLine(QStringLiteral("📡 Monitoring %1 directories for app changes").arg(watched));
+}
+
+void AppFinder::scheduleRescan()
+{
+    m_rescanTimer.start();
+}
+
+void AppFinder::rescan()
+{
+    printLine(QStringLiteral("🔄 Rescanning apps due to file system change..."));
+    scanApps();
+}
+
+} // namespace quillbay

@@ -1,0 +1,67 @@
+import QtQuick
+import Quillbay.Vocabulary
+
+/*! Everything in the window: the header with the search field, and below it the applications. */
+Item {
+    id: root
+
+    required property Window hostWindow
+    readonly property bool isLoading: ViewModel.appFinder.isScanning && ViewModel.appFinder.isEmpty
+
+    HeaderBar {
+        id: header
+        anchors {
+            left: parent.left
+            right: parent.right
+            top: parent.top
+        }
+        window: root.hostWindow
+        Component.onCompleted: searchField.requestFocus()
+    }
+
+    TileGrid {
+        anchors {
+            left: parent.left
+            right: parent.right
+            top: header.bottom
+            bottom: parent.bottom
+        }
+        visible: !root.isLoading
+        hostWindow: root.hostWindow
+        onEscapedUp: header.searchField.requestFocus()
+    }
+
+    Presence {
+        anchors {
+            left: parent.left
+            right: parent.right
+            top: header.bottom
+            bottom: parent.bottom
+        }
+        present: root.isLoading
+        source: "ModernLoadingView.qml"
+    }
+
+    Connections {
+        target: Notifications
+        function onQuillbayHotkeyTriggered() {
+            header.searchField.requestFocus();
+        }
+        function onQuillbaySearchFocusRequested() {
+            header.searchField.requestFocus();
+        }
+    }
+    Connections {
+        target: ViewModel
+        function onSearchFocusTriggerChanged() {
+            header.searchField.requestFocus();
+        }
+    }
+    Connections {
+        target: root.hostWindow
+        function onActiveChanged() {
+            if (root.hostWindow.active)
+                header.searchField.requestFocus();
+        }
+    }
+}

@@ -1,0 +1,106 @@
+#include "ui/Artwork.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+#include <QRadialGradient>
+
+#include <cmath>
+
+namespace quillbay {
+
+namespace {
+
+QImage canvas(qreal edge, qreal ratio)
+{
+    const int pixels = int(std::ceil(edge * ratio));
+    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+QLinearGradient diagonal(const QRectF &rect, const QColor &from, const QColor &to)
+{
+    QLinearGradient gradient(rect.topLeft(), rect.bottomRight());
+    gradient.setColorAt(0, from);
+    gradient.setColorAt(1, to);
+    return gradient;
+}
+
+QColor faded(QColor color, qreal opacity)
+{
+    color.setAlphaF(float(color.alphaF() * opacity));
+    return color;
+}
+
+/// Pictures leave at ratio 1: the item that shows them has its own size.
+QImage finished(QImage image)
+{
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
+} // namespace
+
+QImage Artwork::plate(qreal edge, qreal radius, const QColor &primary, qreal ratio) const
+{
+    QImage image = canvas(edge, ratio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF line(0.5, 0.5, edge - 1, edge - 1);
+    painter.setPen(QPen(faded(primary, 0.1), 1));
+    painter.setBrush(diagonal(QRectF(0, 0, edge, edge), faded(primary, 0.08), faded(primary, 0.04)));
+    painter.drawRoundedRect(line, radius - 0.5, radius - 0.5);
+    painter.end();
+    return finished(image);
+}
+
+QImage Artwork::ring(qreal edge, qreal stroke, const QColor &from, const QColor &to, qreal ratio) const
+{
+    return arc(edge, stroke, 360, from, to, ratio);
+}
+
+QImage Artwork::arc(qreal edge, qreal stroke, qreal degrees, const QColor &from, const QColor &to,
+                    qreal ratio) const
+{
+    QImage image = canvas(edge, ratio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QRectF whole(0, 0, edge, edge);
+    painter.setPen(QPen(diagonal(whole, from, to), stroke, Qt::SolidLine, Qt::RoundCap));
+    const qreal inset = stroke / 2;
+    const QRectF line = whole.adjusted(inset, inset, -inset, -inset);
+    if (degrees >= 360)
+        painter.drawEllipse(line);
+    else
+        painter.drawArc(line, 90 * 16, -int(std::lround(degrees * 16)));
+    painter.end();
+    return finished(image);
+}
+
+QImage Artwork::glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,
+                            const QColor &glowColor, qreal ratio) const
+{
+    QImage image = canvas(edge, ratio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const QPointF centre(edge / 2, edge / 2);
+    // The blurred edge of a disc that is wide against its blur follows the error function of the distance to
+    // the edge.
+    QRadialGradient halo(centre, edge / 2);
+    constexpr int stops = 24;
+    for (int i = 0; i <= stops; ++i) {
+        const qreal distance = edge / 2 * i / stops - disc / 2;
+        halo.setColorAt(qreal(i) / stops, faded(glowColor, 0.5 * std::erfc(distance / (glow * M_SQRT2))));
+    }
+    painter.setBrush(halo);
+    painter.drawRect(QRectF(0, 0, edge, edge));
+    const QRectF round(centre.x() - disc / 2, centre.y() - disc / 2, disc, disc);
+    painter.setBrush(diagonal(round, from, to));
+    painter.drawEllipse(round);
+    painter.end();
+    return finished(image);
+}
+
+} // namespace quillbay

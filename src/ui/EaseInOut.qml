@@ -1,0 +1,10 @@
+import QtQuick
+import Quillbay.Vocabulary
+
+/*! A timing that starts and ends gently. */
+NumberAnimation {
+    easing {
+        type: Easing.BezierSpline
+        bezierCurve: Theme.easeInOut
+    }
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/QuillbayViewModel.h"
+#include "foundation/NotificationCenter.h"
+
+#include <QJSEngine>
+#include <QQmlEngine>
+
+namespace quillbay {
+
+/// What the screens reach by name. `main` fills each before it makes the engine and keeps the objects: QML
+/// only borrows them. Asking for one that was not filled is a programmer error.
+template <typename Object>
+struct Borrowed
+{
+    inline static Object *instance = nullptr;
+
+    static Object *create(QQmlEngine *, QJSEngine *)
+    {
+        Q_ASSERT(instance);
+        QJSEngine::setObjectOwnership(instance, QJSEngine::CppOwnership);
+        return instance;
+    }
+};
+
+struct ViewModelSingleton : Borrowed<QuillbayViewModel>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::QuillbayViewModel)
+    QML_NAMED_ELEMENT(ViewModel)
+    QML_SINGLETON
+
+public:
+    static QuillbayViewModel *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct NotificationsSingleton : Borrowed<NotificationCenter>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::NotificationCenter)
+    QML_NAMED_ELEMENT(Notifications)
+    QML_SINGLETON
+
+public:
+    static NotificationCenter *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct AppFinderType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::AppFinder)
+    QML_NAMED_ELEMENT(AppFinder)
+    QML_UNCREATABLE("The view model owns the one library")
+};
+
+struct AppListModelType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::AppListModel)
+    QML_NAMED_ELEMENT(AppListModel)
+    QML_UNCREATABLE("The view model owns its lists")
+};
+
+} // namespace quillbay
