@@ -20,6 +20,7 @@ for name in "${names[@]}"; do
     [[ -v arguments[$name] ]] || fail "bench/benchmarks.txt has no benchmark '$name'"
 done
 
+"$root/scripts/setup.sh" --tests
 "$root/scripts/build.sh" release "${names[@]}"
 for name in "${names[@]}"; do
     printf '\n== %s\n' "$name"
