@@ -10,6 +10,7 @@
 #include <QTest>
 #include <QThread>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <vector>
@@ -36,8 +37,10 @@ public:
         , m_root(xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root)
     {
         const uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
-        xcb_change_window_attributes(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
-        xcb_flush(m_connection);
+        const auto cookie =
+            xcb_change_window_attributes_checked(m_connection, m_root, XCB_CW_EVENT_MASK, &mask);
+        if (own(xcb_request_check(m_connection, cookie)))
+            qFatal("the root cannot be listened to");
     }
     ~Peer() { xcb_disconnect(m_connection); }
     Peer(const Peer &) = delete;
@@ -81,6 +84,11 @@ public:
         xcb_map_window(m_connection, window);
         xcb_flush(m_connection);
         return window;
+    }
+    void closeWindow(xcb_window_t window)
+    {
+        xcb_destroy_window(m_connection, window);
+        xcb_flush(m_connection);
     }
     /// The user types into `window` now: what focus-stealing prevention goes by.
     void touch(xcb_window_t window)
@@ -126,6 +134,24 @@ private:
     xcb_connection_t *m_connection;
     xcb_window_t m_root;
 };
+
+/// A window manager that is still starting up forgets windows that appear meanwhile; so shows windows, each
+/// for a moment, until one is managed.
+void waitForWindowManager()
+{
+    Peer peer;
+    const QDeadlineTimer deadline(patience);
+    while (!deadline.hasExpired()) {
+        const xcb_window_t probe = peer.openWindow();
+        for (const QDeadlineTimer moment(200); !moment.hasExpired(); QThread::msleep(2)) {
+            const auto managed = peer.property(peer.root(), "_NET_CLIENT_LIST");
+            if (std::find(managed.begin(), managed.end(), probe) != managed.end())
+                return;
+        }
+        peer.closeWindow(probe);
+    }
+    qFatal("the window manager does not manage");
+}
 
 constexpr char blurProperty[] = "_KDE_NET_WM_BLUR_BEHIND_REGION";
 
@@ -250,14 +276,7 @@ int main(int argc, char **argv)
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("QT_SCALE_FACTOR", "2");
     server.startWindowManager();
-    {
-        Peer peer;
-        bool managed = false;
-        for (QDeadlineTimer deadline(patience); !managed && !deadline.hasExpired(); QThread::msleep(5))
-            managed = !peer.property(peer.root(), "_NET_SUPPORTING_WM_CHECK").empty();
-        if (!managed)
-            qFatal("the window manager does not manage");
-    }
+    waitForWindowManager();
     QGuiApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
     ::testing::InitGoogleTest(&argc, argv);
