@@ -1,0 +1,245 @@
+#include "platform/linux/applications/DesktopEntry.h"
+
+#include "platform/linux/applications/LineScanner.h"
+
+#include <QByteArrayView>
+
+#include <cstring>
+
+namespace quillbay::platform {
+
+namespace {
+
+constexpr std::string_view MainGroup = "[Desktop Entry]";
+
+bool isBlank(char c)
+{
+    return c == ' ' || c == '\t' || c == '\r' || c == '\f' || c == '\v';
+}
+
+std::string_view trimmedLeft(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    return text;
+}
+
+std::string_view trimmedRight(std::string_view text)
+{
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+template <size_t Size>
+bool startsWith(std::string_view text, const char (&start)[Size])
+{
+    // The constant size lets the compiler compare words instead of calling a function.
+    return text.size() >= Size - 1 && std::memcmp(text.data(), start, Size - 1) == 0;
+}
+
+/// What the line sets if `rest`, its end behind the key, goes on with an equals sign.
+bool assigns(std::string_view rest, std::string_view &value)
+{
+    rest = trimmedLeft(rest);
+    if (rest.empty() || rest.front() != '=')
+        return false;
+    value = trimmedLeft(rest.substr(1));
+    if (!value.empty() && value.back() == '\r')
+        value.remove_suffix(1);
+    return true;
+}
+
+/// Whether `line` sets `key` itself, not a localised form of it; then `value` is what it sets.
+template <size_t Size>
+bool valueOf(std::string_view line, const char (&key)[Size], std::string_view &value)
+{
+    return startsWith(line, key) && assigns(line.substr(Size - 1), value);
+}
+
+/// "1" is how entries older than version 1.0 of the format say "true".
+bool isTrue(std::string_view value)
+{
+    value = trimmedRight(value);
+    return value == "true" || value == "1";
+}
+
+class EntryReader
+{
+public:
+    explicit EntryReader(const std::vector<std::string> &locales)
+        : m_locales(locales)
+        , m_rank(locales.size() + 1)
+    {
+    }
+
+    void readLine(std::string_view line)
+    {
+        std::string_view value;
+        switch (line.front()) {
+        case 'N':
+            if (startsWith(line, "Name"))
+                readName(line);
+            else if (valueOf(line, "NoDisplay", value))
+                m_entry.noDisplay = isTrue(value);
+            else if (valueOf(line, "NotShowIn", value))
+                m_entry.notShowIn = value;
+            break;
+        case 'T':
+            if (valueOf(line, "Type", value))
+                m_entry.type = trimmedRight(value);
+            else if (valueOf(line, "TryExec", value))
+                m_entry.tryExec = value;
+            else if (valueOf(line, "Terminal", value))
+                m_entry.terminal = isTrue(value);
+            break;
+        case 'S':
+            if (valueOf(line, "StartupNotify", value))
+                m_entry.startupNotify = isTrue(value);
+            break;
+        case 'H':
+            if (valueOf(line, "Hidden", value))
+                m_entry.hidden = isTrue(value);
+            break;
+        case 'D':
+            if (valueOf(line, "DBusActivatable", value))
+                m_entry.dbusActivatable = isTrue(value);
+            break;
+        case 'O':
+            if (valueOf(line, "OnlyShowIn", value))
+                m_entry.onlyShowIn = value;
+            break;
+        case 'E':
+            valueOf(line, "Exec", m_entry.exec);
+            break;
+        case 'I':
+            valueOf(line, "Icon", m_entry.icon);
+            break;
+        case 'P':
+            valueOf(line, "Path", m_entry.workingDirectory);
+            break;
+        case 'C':
+            valueOf(line, "Categories", m_entry.categories);
+            break;
+        case 'X':
+            valueOf(line, "X-Flatpak", m_entry.flatpakId);
+            break;
+        default:
+            break;
+        }
+    }
+
+    const DesktopEntry &entry() const { return m_entry; }
+
+private:
+    void readName(std::string_view line)
+    {
+        size_t rank = m_locales.size();
+        std::string_view rest = line.substr(4);
+        if (!rest.empty() && rest.front() == '[') {
+            rest.remove_prefix(1);
+            rank = rankOf(rest);
+            if (rank == m_locales.size())
+                return;
+            rest.remove_prefix(m_locales[rank].size() + 1);
+        }
+        // An equal rank is the same key once more; a worse one is of no interest.
+        std::string_view value;
+        if (rank > m_rank || !assigns(rest, value) || value.empty() ||
+            std::memchr(value.data(), 0, value.size()))
+            return;
+        if (!QByteArrayView(value.data(), qsizetype(value.size())).isValidUtf8())
+            return;
+        m_entry.name = value;
+        m_rank = rank;
+    }
+
+    /// The index of the locale that `rest` begins with, up to a closing bracket; one past the last if it is
+    /// none.
+    size_t rankOf(std::string_view rest) const
+    {
+        for (size_t i = 0; i < m_locales.size(); ++i) {
+            const std::string &locale = m_locales[i];
+            if (rest.size() > locale.size() && rest.front() == locale.front() && rest[locale.size()] == ']' &&
+                rest.substr(0, locale.size()) == locale)
+                return i;
+        }
+        return m_locales.size();
+    }
+
+    const std::vector<std::string> &m_locales;
+    size_t m_rank; ///< Of the name found so far: index of its locale, then the plain name, then none.
+    DesktopEntry m_entry;
+};
+
+} // namespace
+
+std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::vector<std::string> &locales)
+{
+    if (text.substr(0, 3) == "\xEF\xBB\xBF")
+        text.remove_prefix(3);
+    LineScanner lines(text);
+    std::string_view line;
+    bool found = false;
+    while (!found && lines.next(line)) {
+        line = trimmedLeft(line);
+        if (line.empty() || line.front() != '[')
+            continue;
+        if (trimmedRight(line) != MainGroup)
+            return std::nullopt;
+        found = true;
+    }
+    if (!found)
+        return std::nullopt;
+    EntryReader reader(locales);
+    while (lines.next(line)) {
+        if (line.empty())
+            continue;
+        if (isBlank(line.front())) {
+            line = trimmedLeft(line);
+            if (line.empty())
+                continue;
+        }
+        if (line.front() == '[')
+            break;
+        reader.readLine(line);
+    }
+    return reader.entry();
+}
+
+QString entryString(std::string_view value)
+{
+    if (value.find('\\') == std::string_view::npos)
+        return QString::fromUtf8(value.empty() ? "" : value.data(), qsizetype(value.size()));
+    std::string plain;
+    plain.reserve(value.size());
+    for (size_t i = 0; i < value.size(); ++i) {
+        if (value[i] != '\\' || i + 1 == value.size()) {
+            plain += value[i];
+            continue;
+        }
+        switch (const char escaped = value[++i]) {
+        case 's':
+            plain += ' ';
+            break;
+        case 'n':
+            plain += '\n';
+            break;
+        case 't':
+            plain += '\t';
+            break;
+        case 'r':
+            plain += '\r';
+            break;
+        case '\\':
+            plain += '\\';
+            break;
+        default:
+            plain += '\\';
+            plain += escaped;
+        }
+    }
+    return QString::fromUtf8(plain.data(), qsizetype(plain.size()));
+}
+
+} // namespace quillbay::platform
