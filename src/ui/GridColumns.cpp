@@ -32,4 +32,17 @@ GridColumns appColumns(qreal width)
     return columns;
 }
 
+void AppColumns::setWidth(qreal width)
+{
+    if (width == m_width)
+        return;
+    m_width = width;
+    Q_EMIT widthChanged();
+    const GridColumns columns = appColumns(width);
+    if (columns == m_columns)
+        return;
+    m_columns = columns;
+    Q_EMIT changed();
+}
+
 } // namespace quillbay

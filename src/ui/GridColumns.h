@@ -8,14 +8,6 @@ namespace quillbay {
 /// The columns of a grid of equal cells, in whole device-independent pixels.
 struct GridColumns
 {
-    Q_GADGET
-    Q_PROPERTY(int count MEMBER count)
-    Q_PROPERTY(int columnWidth MEMBER columnWidth)
-    Q_PROPERTY(int spacing MEMBER spacing)
-    Q_PROPERTY(int leading MEMBER leading)
-    QML_VALUE_TYPE(gridColumns)
-
-public:
     int count = 1;
     int columnWidth = 0; ///< Width of one column, spacing not included.
     int spacing = 0;     ///< Between columns.
@@ -28,16 +20,34 @@ public:
 /// 1000 wide, tiles stand wider apart. There is always one column, even where it does not fit.
 GridColumns appColumns(qreal width);
 
-/// The same for QML.
-class GridLayouts : public QObject
+/// `appColumns` for QML: give it the width of the area and bind to the rest.
+class AppColumns : public QObject
 {
     Q_OBJECT
+    Q_PROPERTY(qreal width READ width WRITE setWidth NOTIFY widthChanged)
+    Q_PROPERTY(int count READ count NOTIFY changed)
+    Q_PROPERTY(int columnWidth READ columnWidth NOTIFY changed)
+    Q_PROPERTY(int spacing READ spacing NOTIFY changed)
+    Q_PROPERTY(int leading READ leading NOTIFY changed)
     QML_ELEMENT
-    QML_SINGLETON
 
 public:
     using QObject::QObject;
-    Q_INVOKABLE quillbay::GridColumns appColumns(qreal width) const { return quillbay::appColumns(width); }
+
+    qreal width() const { return m_width; }
+    void setWidth(qreal width);
+    int count() const { return m_columns.count; }
+    int columnWidth() const { return m_columns.columnWidth; }
+    int spacing() const { return m_columns.spacing; }
+    int leading() const { return m_columns.leading; }
+
+Q_SIGNALS:
+    void widthChanged();
+    void changed();
+
+private:
+    qreal m_width = 0;
+    GridColumns m_columns;
 };
 
 } // namespace quillbay

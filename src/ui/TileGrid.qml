@@ -9,7 +9,9 @@ GridView {
     /*! The user went up from the first row. */
     signal escapedUp
 
-    readonly property gridColumns columns: GridLayouts.appColumns(width)
+    readonly property AppColumns columns: AppColumns {
+        width: root.width
+    }
     readonly property int rowSpacing: 32
     readonly property int textHeight: Math.ceil(metrics.height) * 2
 

@@ -1,0 +1,140 @@
+"""The program under test as a person meets it: read through the accessibility tree, driven by keys and clicks."""
+import os
+import signal
+import subprocess
+import threading
+
+from desktop import wait_until
+
+# Generous: the sanitizers' build runs these tests on slow machines too.
+PATIENCE = 60
+
+
+class Program:
+    def __init__(self, desktop, binary):
+        self.desktop = desktop
+        self.binary = binary
+        self.lines = []
+        self.process = None
+        self.atspi = None
+
+    def start(self, *arguments):
+        self.process = subprocess.Popen((self.binary,) + arguments, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                        stderr=subprocess.STDOUT, text=True)
+        threading.Thread(target=self._read, args=(self.process.stdout,), daemon=True).start()
+
+    def _read(self, pipe):
+        with pipe:
+            for line in pipe:
+                self.lines.append(line.rstrip("\n"))
+
+    def wait_for_line(self, part):
+        def seen():
+            assert self.process.poll() is None or any(part in line for line in self.lines), \
+                "the program ended:\n" + "\n".join(self.lines)
+            return next((line for line in self.lines if part in line), None)
+        return wait_until(seen, PATIENCE, lambda: f"no line with {part!r} in\n" + "\n".join(self.lines))
+
+    def end(self):
+        if self.process and self.process.poll() is None:
+            self.process.send_signal(signal.SIGKILL)
+            self.process.wait()
+
+    # The accessibility tree
+
+    def _root(self):
+        if self.atspi is None:
+            import gi
+            gi.require_version("Atspi", "2.0")
+            from gi.repository import Atspi
+            Atspi.init()
+            self.atspi = Atspi
+        desktop = self.atspi.get_desktop(0)  # asked anew: a kept one never hears of later programs
+        for i in range(desktop.get_child_count()):
+            child = desktop.get_child_at_index(i)
+            if child and child.get_name() in ("quillbay", "Quillbay") and child.get_process_id() == self.process.pid:
+                return child
+        return None
+
+    def nodes(self, role=None, showing=True):
+        """All nodes with that role, in tree order. Nodes that go away while they are read are left out."""
+        found = []
+
+        def walk(node):
+            try:
+                states = node.get_state_set()
+                if showing and not states.contains(self.atspi.StateType.SHOWING) and node.get_role_name() != "application":
+                    return
+                if role is None or node.get_role_name() == role:
+                    found.append(node)
+                for i in range(node.get_child_count()):
+                    child = node.get_child_at_index(i)
+                    if child:
+                        walk(child)
+            except Exception:  # the bus's error type needs the library loaded
+                return
+
+        root = self._root()
+        if root:
+            walk(root)
+        return found
+
+    def grid(self):
+        return next((node for node in self.nodes("list") if node.get_name() == "Applications"), None)
+
+    def tiles(self):
+        """Names of the tiles that the grid shows now, sorted as they stand."""
+        grid = self.grid()
+        if not grid:
+            return []
+        tiles = []
+        for i in range(grid.get_child_count()):
+            try:
+                node = grid.get_child_at_index(i)
+                if node and node.get_role_name() == "push button" and \
+                        node.get_state_set().contains(self.atspi.StateType.SHOWING):
+                    box = node.get_extents(self.atspi.CoordType.SCREEN)
+                    tiles.append((box.y, box.x, node.get_name()))
+            except Exception:
+                continue
+        return [name for _, _, name in sorted(tiles)]
+
+    def wait_for_tiles(self, names, seconds=PATIENCE):
+        wait_until(lambda: self.tiles() == names, seconds, lambda: f"tiles are {self.tiles()}, not {names}")
+
+    def find(self, role, name):
+        return wait_until(lambda: next((n for n in self.nodes(role) if n.get_name() == name), None), PATIENCE,
+                          f"no {role} called {name}")
+
+    def search_text(self):
+        field = next((n for n in self.nodes() if n.get_name() == "Search Apps..."), None)
+        return self.atspi.Text.get_text(field, 0, -1) if field else None
+
+    def search_focused(self):
+        field = next((n for n in self.nodes() if n.get_name() == "Search Apps..."), None)
+        return bool(field) and field.get_state_set().contains(self.atspi.StateType.FOCUSED)
+
+    # Hands
+
+    def click(self, node, button="1"):
+        box = node.get_extents(self.atspi.CoordType.SCREEN)
+        self.desktop.xdotool("mousemove", str(box.x + box.width // 2), str(box.y + box.height // 2), "click", button)
+
+    def is_on_screen(self):
+        return bool(self.desktop.output("xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid),
+                                        "--name", "Quillbay").strip())
+
+    def cpu_ticks(self):
+        """User and system time of all threads, in clock ticks."""
+        with open(f"/proc/{self.process.pid}/stat", encoding="utf-8") as stat:
+            fields = stat.read().rsplit(")", 1)[1].split()
+        return int(fields[11]) + int(fields[12])
+
+
+def is_running(pid):
+    try:
+        os.kill(pid, 0)
+    except ProcessLookupError:
+        return False
+    with open(f"/proc/{pid}/stat", encoding="utf-8") as stat:
+        return stat.read().rsplit(")", 1)[1].split()[0] != "Z"
