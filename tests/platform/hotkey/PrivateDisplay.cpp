@@ -32,7 +32,7 @@ PrivateDisplay::PrivateDisplay()
         qFatal("no connection to Xvfb");
     m_root = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data->root;
     m_windowManager = std::make_unique<TestProgram>(QStringLiteral("openbox"), QStringList(), environment());
-    if (!QTest::qWaitFor([this] { return hasWindowManager() && m_windowManager->isRunning(); }, 20000))
+    if (!waitForWindowManager())
         qFatal("openbox does not start");
 }
 
@@ -91,16 +91,32 @@ bool PrivateDisplay::isFree(xcb_keycode_t key, std::uint16_t modifiers) const
     return true;
 }
 
-bool PrivateDisplay::hasWindowManager() const
+/// Whether a window of the test's own gets managed. One that comes while the manager starts may be overlooked
+/// by it for good, hence more than one attempt.
+bool PrivateDisplay::waitForWindowManager() const
 {
-    const char name[] = "_NET_SUPPORTING_WM_CHECK";
-    const std::unique_ptr<xcb_intern_atom_reply_t, Freed> atom(xcb_intern_atom_reply(
+    const char name[] = "WM_STATE";
+    const std::unique_ptr<xcb_intern_atom_reply_t, Freed> state(xcb_intern_atom_reply(
         m_connection, xcb_intern_atom(m_connection, 0, sizeof name - 1, name), nullptr));
-    if (!atom)
-        return false;
-    const std::unique_ptr<xcb_get_property_reply_t, Freed> property(xcb_get_property_reply(
-        m_connection, xcb_get_property(m_connection, 0, m_root, atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr));
-    return property && xcb_get_property_value_length(property.get()) > 0;
+    const xcb_window_t window = xcb_generate_id(m_connection);
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_root, 0, 0, 10, 10, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto isManaged = [&] {
+        const std::unique_ptr<xcb_get_property_reply_t, Freed> property(xcb_get_property_reply(
+            m_connection, xcb_get_property(m_connection, 0, window, state->atom, state->atom, 0, 1),
+            nullptr));
+        return property && xcb_get_property_value_length(property.get()) > 0;
+    };
+    bool hasManager = false;
+    for (int attempt = 0; state && !hasManager && attempt < 20; ++attempt) {
+        xcb_unmap_window(m_connection, window);
+        xcb_map_window(m_connection, window);
+        xcb_flush(m_connection);
+        hasManager = QTest::qWaitFor(isManaged, 1000);
+    }
+    xcb_destroy_window(m_connection, window);
+    xcb_flush(m_connection);
+    return hasManager;
 }
 
 } // namespace quillbay::testing

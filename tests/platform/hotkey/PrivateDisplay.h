@@ -36,7 +36,7 @@ public:
     bool isFree(xcb_keycode_t key, std::uint16_t modifiers) const;
 
 private:
-    bool hasWindowManager() const;
+    bool waitForWindowManager() const;
 
     std::unique_ptr<TestProgram> m_server;
     std::unique_ptr<TestProgram> m_windowManager;

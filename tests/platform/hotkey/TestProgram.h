@@ -30,7 +30,6 @@ public:
     /// Whether `holds` becomes true within a bound, looked at after every line.
     bool waitUntil(const std::function<bool()> &holds);
 
-    bool isRunning() const { return m_process.state() == QProcess::Running; }
     void send(const QByteArray &line);
     void kill();
 
