@@ -3,9 +3,11 @@
 #include "support/FakeApplications.h"
 
 #include <QColor>
+#include <QCoreApplication>
 #include <QSignalSpy>
 #include <QTest>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -247,27 +249,53 @@ TEST_F(AppIconLoaderTest, AnInterruptedPrefetchStartsAgain)
     EXPECT_TRUE(eventually([&] { return source.askedPaths().count(first) == 2; }));
 }
 
-TEST_F(AppIconLoaderTest, WaitsForASourceAndOutlivesIt)
+TEST_F(AppIconLoaderTest, WaitsForASource)
 {
     AppIconLoader::shutDown();
     const auto loader = loaderOf(a);
     EXPECT_EQ(loader->icon().size(), QSize(edge, edge));
-    AppIconLoader::prefetchIcons(paths(200), edge);
+    AppIconLoader::prefetchIcons({b}, edge);
+    AppIconLoader::setSource(&source);
+    EXPECT_TRUE(eventually([&] { return color(*loader) == Qt::red && source.askedPaths().contains(b); }));
+}
+
+/// Knows how many are asking at the moment.
+class CountingSource final : public platform::IconSource
+{
+public:
+    quillbay::testing::FakeIconSource fake;
+    mutable std::atomic<int> asking = 0;
+
+    QImage icon(const QString &path, int size) const override
     {
-        quillbay::testing::FakeIconSource passing;
-        passing.setColor(a, Qt::green);
-        AppIconLoader::setSource(&passing);
-        ASSERT_TRUE(eventually([&] { return color(*loader) == Qt::green; }));
-        passing.gate.close();
-        AppIconLoader::prefetchIcons(paths(400), 2 * edge);
-        std::thread opener([&] { passing.gate.open(); });
-        AppIconLoader::shutDown(); // in the middle of the prefetch
-        const qsizetype asked = passing.askedPaths().size();
-        opener.join();
-        EXPECT_EQ(passing.askedPaths().size(), asked);
+        ++asking;
+        const QImage image = fake.icon(path, size);
+        --asking;
+        return image;
     }
-    EXPECT_EQ(color(*loader), QColor(Qt::green));
-    EXPECT_EQ(loaderOf(b)->icon().size(), QSize(edge, edge));
+    QImage genericIcon(int size) const override { return fake.genericIcon(size); }
+};
+
+TEST_F(AppIconLoaderTest, AfterShutDownNobodyAsksTheSource)
+{
+    const auto shown = loaderOf(a);
+    ASSERT_TRUE(eventually([&] { return color(*shown) == Qt::red; }));
+    std::unique_ptr<AppIconLoader> waiting;
+    {
+        CountingSource passing;
+        passing.fake.gate.close();
+        AppIconLoader::setSource(&passing);
+        AppIconLoader::prefetchIcons(paths(200), edge);
+        waiting = loaderOf(b);
+        ASSERT_TRUE(eventually([&] { return passing.fake.askedPaths().contains(b); }));
+        std::thread opener([&] { passing.fake.gate.open(); });
+        AppIconLoader::shutDown();
+        EXPECT_EQ(passing.asking, 0);
+        opener.join();
+    }
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(color(*shown), QColor(Qt::red)) << "what is shown stays";
+    EXPECT_EQ(waiting->icon().size(), QSize(edge, edge));
 }
 
 } // namespace
