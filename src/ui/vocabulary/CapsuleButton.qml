@@ -14,7 +14,7 @@ Item {
     property int fontWeight: Font.DemiBold
     property real horizontalPadding: 16
     property real verticalPadding: 9
-    property Component background: null
+    property alias background: backdrop.data
 
     readonly property bool pressed: mouse.containsPress || root.keyHeld
     // 0 at rest, 1 held down, between them while it moves.
@@ -69,9 +69,10 @@ Item {
     onActiveFocusChanged: if (!root.activeFocus)
         root.keyHeld = false
 
-    Loader {
+    Item {
+        id: backdrop
+
         anchors.fill: parent
-        sourceComponent: root.background
     }
 
     Row {

@@ -11,6 +11,7 @@ CapsuleButton {
     verticalPadding: 9
 
     background: Rectangle {
+        anchors.fill: parent
         radius: height / 2
         color: Theme.fade(Theme.red, 0.1 + 0.1 * root.pressProgress)
         border.color: Theme.fade(Theme.red, 0.3)

@@ -15,6 +15,7 @@ CapsuleButton {
     verticalPadding: root.compact ? 4 : 7
 
     background: Rectangle {
+        anchors.fill: parent
         radius: height / 2
         color: Theme.fade(Theme.primary, 0.06 + 0.04 * root.pressProgress)
     }

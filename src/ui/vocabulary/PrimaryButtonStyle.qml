@@ -11,6 +11,7 @@ CapsuleButton {
     verticalPadding: 9
 
     background: Rectangle {
+        anchors.fill: parent
         radius: height / 2
         gradient: Gradient {
             orientation: Gradient.Horizontal

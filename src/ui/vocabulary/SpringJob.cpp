@@ -31,7 +31,10 @@ SpringJob::SpringJob(SpringMotion *owner, const Spring &spring, const Way &way)
     , m_way(way)
     , m_isNumber(isNumber(way.to))
 {
-    const SpringState start = startState();
+    // Only with a velocity does the time depend on the way, and then the motion begins at once.
+    SpringState start = startState();
+    if (m_isNumber && way.velocity != 0 && !way.from.isValid())
+        start = {way.property.read().toDouble() - way.to.toDouble(), way.velocity};
     // A push without a way to go counts by how far it would throw.
     const double reach =
         std::max(std::abs(start.displacement), std::abs(start.velocity) / m_spring.frequency());

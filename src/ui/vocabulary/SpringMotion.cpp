@@ -76,8 +76,10 @@ QAbstractAnimationJob *SpringMotion::transition(QQuickStateActions &actions, QQm
     const Spring spring(jumps ? 0 : m_response, m_dampingFraction);
     auto *group = new QParallelAnimationGroupJob;
     for (const QQuickStateAction &action : createTransitionActions(actions, modified, defaultTarget)) {
-        const SpringJob::Way way{action.property, action.fromValue, action.toValue,
-                                 m_velocities.take(action.property), direction == Backward};
+        // Without an own `from` the action's may be older than a motion that was just cut off.
+        const QVariant begin = from().isValid() ? action.fromValue : QVariant();
+        const SpringJob::Way way{action.property, begin, action.toValue, m_velocities.take(action.property),
+                                 direction == Backward};
         group->appendAnimation(new SpringJob(this, spring, way));
     }
     return initInstance(group);
