@@ -1,10 +1,17 @@
+#include "platform/GlobalHotkey.h"
 #include "platform/Platform.h"
+#include "platform/WindowEffects.h"
+#include "platform/linux/applications/LinuxApplicationSource.h"
 #include "platform/linux/desktop/DBusApplicationService.h"
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/PortalAppearance.h"
 #include "platform/linux/desktop/SessionBus.h"
-#include "platform/none/NoApplications.h"
-#include "platform/none/NoDesktop.h"
+#include "platform/linux/hotkey/ChooseGlobalHotkey.h"
+#include "platform/linux/icons/DesktopIconSource.h"
+#include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/watching/InotifyFolderWatch.h"
+
+#include <utility>
 
 namespace quillbay::platform {
 
@@ -15,14 +22,23 @@ std::unique_ptr<ApplicationService> createApplicationService()
 
 Platform createPlatform()
 {
+    auto applications = std::make_unique<LinuxApplicationSource>(LinuxApplicationSource::fromEnvironment());
+    auto icons = std::make_unique<DesktopIconSource>(*applications);
+    auto appearance = std::make_unique<PortalAppearance>(sessionBus());
+    // The platform ends the appearance before the icons.
+    QObject::connect(
+        appearance.get(), &Appearance::iconThemeChanged, appearance.get(),
+        [icons = icons.get(), appearance = appearance.get()] { icons->setTheme(appearance->iconTheme()); });
+
     Platform platform;
-    platform.applications = std::make_unique<NoApplicationSource>();
-    platform.icons = std::make_unique<NoIconSource>();
-    platform.launcher = std::make_unique<NoApplicationLauncher>();
-    platform.folderWatch = std::make_unique<NoFolderWatch>();
-    platform.appearance = std::make_unique<PortalAppearance>(sessionBus());
+    platform.launcher = std::make_unique<LinuxApplicationLauncher>(
+        *applications, LinuxApplicationLauncher::Surroundings::ofSession());
+    platform.applications = std::move(applications);
+    platform.icons = std::move(icons);
+    platform.folderWatch = std::make_unique<InotifyFolderWatch>();
+    platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
-    platform.hotkey = std::make_unique<NoGlobalHotkey>();
+    platform.hotkey = chooseGlobalHotkey(sessionBus());
     return platform;
 }
 
