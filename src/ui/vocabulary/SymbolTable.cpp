@@ -127,7 +127,7 @@ constexpr Symbol symbols[] = {
     {"ruler", "ruler", u'\xe6b8'},
     {"ruler.fill", "ruler", u'\xe6b8'},
     {"shippingbox.fill", "package", u'\xe390'},
-    {"slider.horizontal.3", "faders-horizontal", u'\xe22a'},
+    {"slider.horizontal.3", "sliders-horizontal", u'\xe434'},
     {"sparkles", "sparkle", u'\xe6a2'},
     {"speaker.wave.2", "speaker-high", u'\xe44a'},
     {"speaker.wave.2.fill", "speaker-high", u'\xe44a'},

@@ -95,10 +95,10 @@ Item {
 
         // Padding is around the text: 18 and 9, compact 8 and 4.
         function test_sizes() {
-            const label = measure.createObject(root, {text: "Done", pixelSize: 13, weight: Font.DemiBold});
+            const label = measure.createObject(root, {text: "Done", pixelSize: 13, weight: Font.DemiBold}) as Text;
             compare(primary.width, Math.ceil(label.implicitWidth + 36));
             compare(primary.height, Math.ceil(label.implicitHeight + 18));
-            const small = measure.createObject(root, {text: "Select All", pixelSize: 10, weight: Font.Medium});
+            const small = measure.createObject(root, {text: "Select All", pixelSize: 10, weight: Font.Medium}) as Text;
             compare(ghost.width, Math.ceil(small.implicitWidth + 16));
             compare(ghost.height, Math.ceil(small.implicitHeight + 8));
             label.destroy();
