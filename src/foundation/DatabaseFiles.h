@@ -31,7 +31,9 @@ public:
     /// would take what is missing of the last page for zeros.
     bool isLastPageCutShort(qint64 pageSize) const;
 
-    /// The three answer what went wrong, if anything. Makes the folders that are missing (0700).
+    // The next four answer what went wrong, if anything.
+
+    /// Makes the folders that are missing, 0700.
     std::optional<QString> makeFolder() const;
     /// Gives the main file to the owner alone, and the others the same permissions, as SQLite does when it
     /// makes them.

@@ -27,12 +27,14 @@ constexpr const char *UpsertSql =
     "INSERT INTO preferences(domain, key, type, value) VALUES(?1, ?2, ?3, ?4)"
     " ON CONFLICT(domain, key) DO UPDATE SET type = excluded.type, value = excluded.value";
 constexpr const char *DeleteSql = "DELETE FROM preferences WHERE domain = ?1 AND key = ?2";
-constexpr const char *LayoutSql = "PRAGMA journal_mode = WAL;"
-                                  "BEGIN IMMEDIATE;"
+// Nobody knows the file yet, so its first content needs no journal on disk.
+constexpr const char *LayoutSql = "PRAGMA journal_mode = MEMORY;"
+                                  "BEGIN;"
                                   "CREATE TABLE preferences(domain TEXT, key TEXT, type TEXT, value BLOB,"
                                   " PRIMARY KEY(domain, key)) WITHOUT ROWID;"
                                   "PRAGMA user_version = 1;"
-                                  "COMMIT";
+                                  "COMMIT;"
+                                  "PRAGMA journal_mode = WAL";
 
 PreferenceFile::Value valueOf(const Statement &row, int column)
 {

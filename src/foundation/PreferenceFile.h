@@ -22,19 +22,17 @@ namespace quillbay {
 ///
 /// Nothing is held in memory: another process may write, and a read by key costs some microseconds.
 ///
-/// - A file that is no database, is damaged, or has another layout without saying so is set aside, and an
-/// empty
-///   one takes its place: at the opening, and later when a call comes upon a damaged page.
-/// - That happens under a lock file, and looks again once it is held, so that of several processes one does
-/// it. A
-///   new file is made under another name and complete when it gets its own: SQLite finds journals by name,
-///   and a process that still has the old file open would play a new one's back into it.
-/// - A file that another one took the place of (or that was removed) is let go, and the call repeated on the
-/// new
-///   one; a change is therefore answered as kept only when it is in the file that now has the name.
-/// - A file that cannot be written (or made, or has a later layout) is left as it is. What can be read from
-/// it is
-///   copied to a database in memory, which answers for the rest of the session.
+/// A file that is no database, is damaged, or has another layout without saying so is set aside, and an empty
+/// one takes its place: at the opening, and later when a call comes upon a damaged page. This happens under a
+/// lock, and looks again once it is held, so that of several processes one does it. A new file is made under
+/// another name, and complete when it gets its own: SQLite finds journals by name, and a process that still
+/// has the old file open would play a new one's back into it.
+///
+/// A file that another one took the place of, or that was removed, is let go, and the call repeated on the
+/// new one; a change is therefore answered as kept only when it is in the file that now has the name.
+///
+/// A file that cannot be written or made, or has a later layout, is left as it is. What can be read from it
+/// is copied to a database in memory, which answers for the rest of the session.
 ///
 /// Each of these prints one line. Thread: the one that made it.
 class PreferenceFile

@@ -47,7 +47,8 @@ public:
     std::optional<bool> boolean(const QString &key) const;
     std::optional<double> doubleValue(const QString &key) const;
 
-    /// Each replaces a value of whatever type. Text is kept as UTF-8: half a surrogate pair becomes U+FFFD.
+    /// Each replaces a value of whatever type; an equal value costs no write to the disk. Text is kept as
+    /// UTF-8: half a surrogate pair becomes U+FFFD.
     bool setData(const QString &key, const QByteArray &value);
     bool setString(const QString &key, const QString &value);
     bool setStringArray(const QString &key, const QStringList &value);

@@ -154,7 +154,7 @@ TEST_F(PreferenceProcessesTest, AReaderSeesWhatAnotherProcessWrote)
 
 TEST_F(PreferenceProcessesTest, AKilledWriterLosesNoAcknowledgedChangeAndLeavesNoHalfOne)
 {
-    constexpr int Rounds = 240;
+    constexpr int Rounds = 200;
     Writer nursery({QStringLiteral("raise"), path()});
     std::unique_ptr<PreferenceStore> bystander;
     std::map<int, int> lastOfKey;
@@ -182,7 +182,7 @@ TEST_F(PreferenceProcessesTest, AKilledWriterLosesNoAcknowledgedChangeAndLeavesN
 TEST_F(PreferenceProcessesTest, AProcessKilledWhileItMakesTheFileLeavesAUsableOne)
 {
     Writer nursery({QStringLiteral("raise"), path()});
-    for (int round = 0; round < 60 && !HasFailure(); ++round) {
+    for (int round = 0; round < 50 && !HasFailure(); ++round) {
         QDir(folder()).removeRecursively();
         const int last = killAWriter(nursery, 0, 0, round * 150'000);
         PreferenceStore store(path());

@@ -187,6 +187,18 @@ TEST_F(PreferenceStoreTest, ALargeValueIsKept)
     EXPECT_EQ(store.boolean(QStringLiteral("small")), true);
 }
 
+TEST_F(PreferenceStoreTest, AnEqualValueIsNotWrittenAgain)
+{
+    const QStringList array(50, QStringLiteral("file:///usr/share/applications/editor.desktop"));
+    PreferenceStore(path()).setStringArray(Key, array);
+    PreferenceStore store(path());
+    const auto journalSize = [&] { return QFileInfo(path() + QStringLiteral("-wal")).size(); };
+    EXPECT_TRUE(store.setStringArray(Key, array));
+    EXPECT_EQ(journalSize(), 0);
+    EXPECT_TRUE(store.setStringArray(Key, array.mid(1)));
+    EXPECT_GT(journalSize(), 0);
+}
+
 TEST_F(PreferenceStoreTest, NobodyElseMayReadTheFiles)
 {
     constexpr auto OwnerOnly = QFile::ReadOwner | QFile::WriteOwner;
