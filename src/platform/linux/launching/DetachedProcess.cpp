@@ -1,13 +1,15 @@
 #include "platform/linux/launching/DetachedProcess.h"
 
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <csignal>
-#include <optional>
+#include <cstddef>
+#include <memory>
 #include <vector>
 
 #include <fcntl.h>
-#include <linux/close_range.h>
+#include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,14 +22,18 @@ using Step = DetachedStart::Step;
 constexpr int firstPrivateDescriptor = 3;
 constexpr std::size_t pidDigits = 12;
 
+using ChildStack = std::array<std::byte, 64 * 1024>;
+
+// Written by the children, who share our memory until the program has been executed.
 struct Report
 {
-    pid_t pid;
-    Step failed;
-    int error;
+    volatile pid_t pid = 0;
+    volatile Step failed = Step::None;
+    volatile int error = 0;
 };
 
-// Everything that the child needs, made before the fork: afterwards only async-signal-safe calls are allowed.
+// Everything that the children need, made before they are: they may only make async-signal-safe calls, and
+// leave nothing behind in our memory but the report and the process id.
 struct Prepared
 {
     explicit Prepared(const DetachedProcess &process)
@@ -65,14 +71,6 @@ struct Prepared
     char *pidValue = nullptr;
 };
 
-void send(int descriptor, const Report &report)
-{
-    ssize_t written = 0;
-    do
-        written = write(descriptor, &report, sizeof report);
-    while (written < 0 && errno == EINTR);
-}
-
 void resetSignals()
 {
     struct sigaction action = {};
@@ -97,93 +95,65 @@ bool nullStandardStreams()
     return null < firstPrivateDescriptor || close(null) == 0;
 }
 
-// Marks instead of closing: the pipe that reports a failed execve must live until it has succeeded.
 void dropDescriptors(long limit)
 {
-    if (close_range(firstPrivateDescriptor, ~0U, CLOSE_RANGE_CLOEXEC) == 0)
+    if (close_range(firstPrivateDescriptor, ~0U, 0) == 0)
         return;
     for (long descriptor = firstPrivateDescriptor; descriptor < limit; ++descriptor)
-        static_cast<void>(fcntl(static_cast<int>(descriptor), F_SETFD, FD_CLOEXEC));
+        close(static_cast<int>(descriptor));
 }
 
-[[noreturn]] void becomeProgram(const Prepared &prepared, int reports)
+// What a child returns is its exit status.
+int fail(Report &report, Step step)
 {
-    const auto fail = [reports](Step step) {
-        send(reports, {0, step, errno});
-        _exit(127);
-    };
+    report.error = errno;
+    report.failed = step;
+    return 127;
+}
+
+struct Context
+{
+    const Prepared &prepared;
+    Report report;
+    alignas(std::max_align_t) ChildStack goBetweenStack;
+    alignas(std::max_align_t) ChildStack programStack;
+};
+
+// As posix_spawn does it: the child borrows our memory, on a stack of its own, and the call returns when it
+// has executed a program or ended. No page is copied, however large we are. Not vfork: the sanitizers'
+// version of it cannot be nested.
+pid_t spawn(int (*child)(void *), ChildStack &stack, Context *context)
+{
+    return clone(child, stack.data() + stack.size(), CLONE_VM | CLONE_VFORK | SIGCHLD, context);
+}
+
+int becomeProgram(void *argument)
+{
+    auto *context = static_cast<Context *>(argument);
+    const Prepared &prepared = context->prepared;
     if (setsid() < 0)
-        fail(Step::Prepare);
+        return fail(context->report, Step::Prepare);
     if (!nullStandardStreams())
-        fail(Step::Descriptors);
+        return fail(context->report, Step::Descriptors);
     dropDescriptors(prepared.descriptorLimit);
     if (chdir(prepared.workingDirectory) != 0)
-        fail(Step::WorkingDirectory);
+        return fail(context->report, Step::WorkingDirectory);
     if (prepared.pidValue)
         *std::to_chars(prepared.pidValue, prepared.pidValue + pidDigits - 1, getpid()).ptr = '\0';
     resetSignals();
     execve(prepared.program, prepared.arguments.data(), prepared.environment.data());
-    fail(Step::Execute);
-    _exit(127);
+    return fail(context->report, Step::Execute);
 }
 
 // The child in between ends at once, so that the program gets the session's reaper for a parent.
-[[noreturn]] void becomeGoBetween(const Prepared &prepared, int reports)
+int becomeGoBetween(void *argument)
 {
-    const pid_t child = fork();
-    if (child == 0)
-        becomeProgram(prepared, reports);
-    send(reports, child < 0 ? Report{0, Step::Prepare, errno} : Report{child, Step::None, 0});
-    _exit(0);
-}
-
-struct Pipe
-{
-    int read = -1;
-    int write = -1;
-};
-
-// The writing end lies above the standard streams, which the child replaces even if we were started without
-// them.
-std::optional<Pipe> openPipe()
-{
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0)
-        return std::nullopt;
-    const int raised = fcntl(ends[1], F_DUPFD_CLOEXEC, firstPrivateDescriptor);
-    const int error = errno;
-    close(ends[1]);
-    if (raised < 0) {
-        close(ends[0]);
-        errno = error;
-        return std::nullopt;
-    }
-    return Pipe{ends[0], raised};
-}
-
-// Ends when the last writing end is closed: by execve, or by the end of the child.
-DetachedStart collect(int reports)
-{
-    DetachedStart result;
-    for (;;) {
-        Report report;
-        const ssize_t got = read(reports, &report, sizeof report);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got != static_cast<ssize_t>(sizeof report))
-            break;
-        if (report.failed == Step::None) {
-            result.pid = report.pid;
-        } else {
-            result.failed = report.failed;
-            result.error = report.error;
-        }
-    }
-    if (result.failed != Step::None)
-        result.pid = 0;
-    else if (result.pid == 0)
-        result = {0, Step::Prepare, ECHILD};
-    return result;
+    auto *context = static_cast<Context *>(argument);
+    const pid_t child = spawn(becomeProgram, context->programStack, context);
+    if (child < 0)
+        return fail(context->report, Step::Prepare);
+    context->report.pid = child;
+    return 0;
 }
 
 void reap(pid_t child)
@@ -197,29 +167,26 @@ void reap(pid_t child)
 DetachedStart startDetached(const DetachedProcess &process)
 {
     const Prepared prepared(process);
-    const std::optional<Pipe> reports = openPipe();
-    if (!reports)
-        return {0, Step::Prepare, errno};
+    const std::unique_ptr<Context> context(new Context{prepared, {}, {}, {}});
 
-    // No handler of ours may run in the child before it has reset them.
+    // No handler of ours may run in a child before it has reset them.
     sigset_t all;
     sigset_t before;
     sigfillset(&all);
     pthread_sigmask(SIG_SETMASK, &all, &before);
-    const pid_t child = fork();
-    if (child == 0)
-        becomeGoBetween(prepared, reports->write);
+    const pid_t child = spawn(becomeGoBetween, context->goBetweenStack, context.get());
     const int error = errno;
     pthread_sigmask(SIG_SETMASK, &before, nullptr);
 
-    close(reports->write);
-    DetachedStart result{0, Step::Prepare, error};
-    if (child > 0) {
-        result = collect(reports->read);
-        reap(child);
-    }
-    close(reports->read);
-    return result;
+    if (child < 0)
+        return {0, Step::Prepare, error};
+    reap(child);
+    const Report &report = context->report;
+    if (report.failed != Step::None)
+        return {0, report.failed, report.error};
+    // Only a go-between that was killed reports neither.
+    return report.pid > 0 ? DetachedStart{report.pid, Step::None, 0}
+                          : DetachedStart{0, Step::Prepare, ECHILD};
 }
 
 } // namespace quillbay::platform

@@ -33,6 +33,8 @@ struct DetachedStart
 /// without close-on-exec (by any library) and whatever signals we ignore, and runs no hook of ours in the
 /// child.
 ///
+/// No page of ours is copied, so neither our size nor our other threads matter.
+///
 /// Returns when the program has been executed or could not be: it blocks for the milliseconds that takes. Any
 /// thread; several at a time.
 DetachedStart startDetached(const DetachedProcess &process);
