@@ -51,10 +51,12 @@ void addVariants(std::vector<std::string> &result, std::string_view locale)
         locale = locale.substr(0, at);
     }
     locale = locale.substr(0, locale.find('.'));
+    if (locale.empty())
+        return;
     const std::string country(locale);
     const std::string language(locale.substr(0, locale.find('_')));
     for (const std::string &name : {country + modifier, country, language + modifier, language}) {
-        if (!name.empty() && std::find(result.begin(), result.end(), name) == result.end())
+        if (std::find(result.begin(), result.end(), name) == result.end())
             result.push_back(name);
     }
 }

@@ -45,7 +45,7 @@ bool ProgramLookup::has(const std::string &program)
 {
     if (const auto known = m_answers.find(program); known != m_answers.end())
         return known->second;
-    const bool found = program.front() == '/'
+    const bool found = program.starts_with('/')
                            ? isExecutable(program)
                            : std::any_of(m_path.begin(), m_path.end(), [&](const std::string &folder) {
                                  return isExecutable(folder + '/' + program);

@@ -1,0 +1,1 @@
+quillbay_test(collation_test SOURCES CollationKeyTest.cpp LIBRARIES quillbay_foundation)
