@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! Everything in the window: the header with the search field, and below it the applications. */

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The tile that stands for an application wherever applications are shown. */

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! A timing that starts fast and ends gently. */

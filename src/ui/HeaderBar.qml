@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The window's own header: the search field in the middle, the window's buttons at the end. Dragging it moves the

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! Shown while the first scan runs and nothing is known yet. */

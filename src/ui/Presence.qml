@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! Holds a view that comes and goes by opacity and scale. The view exists only from its coming to the end of its going,

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The applications as a grid of tiles. Tab reaches it, arrows move inside it, Return or Space launches. */

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import QtQuick.Templates as T
 import Quillbay.Vocabulary
 

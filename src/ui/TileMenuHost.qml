@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 
 /*! Makes the tiles' context menu when it is first asked for. */
 Loader {

@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! Scrolls a view by the wheel: in a smooth glide for notches, directly for touch pads. With a mouse over it the view

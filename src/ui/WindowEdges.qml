@@ -1,4 +1,5 @@
 import QtQuick
+import Quillbay.Ui
 
 /*! The edges and corners by which a window without a frame of the desktop's is resized. */
 Item {

@@ -19,8 +19,7 @@ TestHome::TestHome()
     : m_saved(new Saved)
 {
     const auto set = [this](const char *name, const QString &value) {
-        m_saved->values[name] =
-            qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
+        m_saved->values[name] = qEnvironmentVariableIsSet(name) ? std::optional(qgetenv(name)) : std::nullopt;
         qputenv(name, QFile::encodeName(value));
     };
     set("HOME", path());

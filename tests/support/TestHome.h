@@ -5,9 +5,9 @@
 
 namespace quillbay::testing {
 
-/// A home folder of a test's own: HOME, the XDG folders and the runtime folder point into it while it lives, and
-/// back to where they pointed before afterwards. `test_main` makes one for the whole program, so that no test can
-/// touch the real home even by mistake.
+/// A home folder of a test's own: HOME, the XDG folders and the runtime folder point into it while it lives,
+/// and back to where they pointed before afterwards. `test_main` makes one for the whole program, so that no
+/// test can touch the real home even by mistake.
 class TestHome
 {
 public:

@@ -8,7 +8,8 @@
 int main(int argc, char **argv)
 {
     qputenv("TZ", "UTC");
-    for (const char *name : {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "XDG_CURRENT_DESKTOP", "DBUS_SESSION_BUS_ADDRESS"})
+    for (const char *name :
+         {"LANGUAGE", "LC_ALL", "LC_MESSAGES", "XDG_CURRENT_DESKTOP", "DBUS_SESSION_BUS_ADDRESS"})
         qunsetenv(name);
     qputenv("LANG", "en_US.UTF-8");
     const quillbay::testing::TestHome home;

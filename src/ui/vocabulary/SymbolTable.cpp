@@ -101,6 +101,7 @@ constexpr Symbol symbols[] = {
     {"lock.shield", "shield-check", u'\xe40c'},
     {"lock.shield.fill", "shield-check", u'\xe40c'},
     {"magnifyingglass", "magnifying-glass", u'\xe30c'},
+    {"minus", "minus", u'\xe32a'},
     {"music.note", "music-note", u'\xe33c'},
     {"music.note.fill", "music-note", u'\xe33c'},
     {"network", "network", u'\xedde'},
@@ -149,6 +150,7 @@ constexpr Symbol symbols[] = {
     {"wrench", "wrench", u'\xe5d4'},
     {"wrench.fill", "wrench", u'\xe5d4'},
     {"wrenches.fill", "toolbox", u'\xeca0'},
+    {"xmark", "x", u'\xe4f6'},
     {"xmark.circle", "x-circle", u'\xe4f8'},
     {"xmark.circle.fill", "x-circle", u'\xe4f8'},
 };
