@@ -161,9 +161,11 @@ TEST_F(PreferenceProcessesTest, AKilledWriterLosesNoAcknowledgedChangeAndLeavesN
     int next = 0;
     for (int round = 0; round < Rounds && !HasFailure(); ++round) {
         // With a bystander the journal outlives the killed process and grows; without, each reader after a
-        // kill is the one that recovers it.
+        // kill is the one that recovers it, and the disk is waited for.
         if (round % 40 == 0)
-            bystander = round % 80 == 0 ? nullptr : std::make_unique<PreferenceStore>(path());
+            bystander.reset();
+        else if (round % 40 == 10)
+            bystander = std::make_unique<PreferenceStore>(path());
         const int last = killAWriter(nursery, next, 1 + round % 6, (round * 37 % 100) * 8'000);
         for (; next <= last; ++next)
             lastOfKey[next % PreferenceRecord::KeyCount] = next;
@@ -182,7 +184,7 @@ TEST_F(PreferenceProcessesTest, AKilledWriterLosesNoAcknowledgedChangeAndLeavesN
 TEST_F(PreferenceProcessesTest, AProcessKilledWhileItMakesTheFileLeavesAUsableOne)
 {
     Writer nursery({QStringLiteral("raise"), path()});
-    for (int round = 0; round < 50 && !HasFailure(); ++round) {
+    for (int round = 0; round < 40 && !HasFailure(); ++round) {
         QDir(folder()).removeRecursively();
         const int last = killAWriter(nursery, 0, 0, round * 150'000);
         PreferenceStore store(path());
