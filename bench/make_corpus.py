@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Generates the applications that the benchmarks scan. The same options and seed give the same bytes.
 
-  make_corpus.py entries DIR -n 1000   DIR/applications/*.desktop
+  make_corpus.py entries DIR -n 1000   DIR/applications/*.desktop, with --icons also DIR/icons/hicolor
   make_corpus.py bundles DIR -n 1000   DIR/NAME.app/Contents/Info.plist
 
 Entries are about 7.8 kB on average: some hardly translated, some with a hundred locales for each of the four keys
@@ -12,6 +12,8 @@ import argparse
 import os
 import plistlib
 import random
+import struct
+import zlib
 
 # What a translated entry is filled with, in this order, until it has reached its size.
 LOCALES = """de fr es it ru pl nl pt_BR zh_CN ja sv cs da uk tr hu fi ca nb pt el sk sl zh_TW ko ro bg et lt lv gl eu
@@ -96,19 +98,52 @@ def desktop_entry(number, rng):
     return slug, "\n".join(lines + rest) + "\n"
 
 
+def picture(size, rng):
+    """A PNG of a colourful disc with a gradient and some noise, which decodes about like an icon."""
+    rows = []
+    tops = rng.sample([rng.randint(0, 60), rng.randint(0, 200), rng.randint(140, 200)], 3)
+    noise = rng.randbytes(size)
+    for y in range(size):
+        half = int(max(0.0, (size / 2) ** 2 - (y + 0.5 - size / 2) ** 2) ** 0.5)
+        colours = [top + y * 50 // size for top in tops]
+        disc = b"".join(bytes([*(colour + noise[(x * y) % size] % 4 for colour in colours), 255]) for x in range(2 * half))
+        rows.append(b"\0" + bytes(4 * (size // 2 - half)) + disc + bytes(4 * (size - size // 2 - half)))
+
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)) +
+            chunk(b"IDAT", zlib.compress(b"".join(rows), 6)) + chunk(b"IEND", b""))
+
+
 def write(path, data):
     with open(path, "wb") as file:
         file.write(data)
     return len(data)
 
 
-def make_entries(folder, count, rng):
+def make_icons(folder, slugs, rng):
+    """One file of 256 pixels for each; a few pictures are all there are."""
+    theme = os.path.join(folder, "icons", "hicolor")
+    place = os.path.join(theme, "256x256", "apps")
+    os.makedirs(place)
+    write(os.path.join(theme, "index.theme"),
+          b"[Icon Theme]\nName=Hicolor\nDirectories=256x256/apps\n\n[256x256/apps]\nSize=256\nContext=Applications\n")
+    pictures = [picture(256, rng) for _ in range(16)]
+    for number, slug in enumerate(slugs):
+        write(os.path.join(place, slug + ".png"), pictures[number % len(pictures)])
+
+
+def make_entries(folder, count, rng, icons):
     applications = os.path.join(folder, "applications")
     os.makedirs(applications)
     total = 0
+    slugs = []
     for number in range(count):
         slug, text = desktop_entry(number, rng)
+        slugs.append(slug)
         total += write(os.path.join(applications, slug + ".desktop"), text.encode())
+    if icons:
+        make_icons(folder, slugs, rng)
     return total
 
 
@@ -144,11 +179,12 @@ def main():
     parser.add_argument("-n", type=int, default=1000, help="how many")
     parser.add_argument("--seed", type=int, default=1)
     parser.add_argument("--binary", action="store_true")
+    parser.add_argument("--icons", action="store_true")
     options = parser.parse_args()
     os.makedirs(options.folder)
     rng = random.Random(options.seed)
     if options.what == "entries":
-        total = make_entries(options.folder, options.n, rng)
+        total = make_entries(options.folder, options.n, rng, options.icons)
     else:
         form = plistlib.FMT_BINARY if options.binary else plistlib.FMT_XML
         total = make_bundles(options.folder, options.n, rng, form)
