@@ -1,7 +1,7 @@
 #pragma once
 
-// Qt Quick's animation classes, for which there is no public header. Theirs says `emit`, a word that the project's
-// sources are built without.
+// Qt Quick's animation classes, for which there is no public header. Theirs says `emit`, a word that the
+// project's sources are built without.
 #define emit
 #include <private/qparallelanimationgroupjob_p.h>
 #include <private/qquickanimation_p.h>
