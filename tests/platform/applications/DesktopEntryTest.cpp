@@ -2,8 +2,9 @@
 
 #include "platform/linux/applications/ApplicationEnvironment.h"
 #include "platform/linux/applications/DesktopEntryRules.h"
-#include "platform/linux/applications/LineScanner.h"
+#include "platform/linux/applications/LineStarts.h"
 
+#include <algorithm>
 #include <random>
 #include <sstream>
 
@@ -23,7 +24,7 @@ DesktopEntry parsed(const std::string &text, const std::vector<std::string> &loc
     return entry.value_or(DesktopEntry());
 }
 
-TEST(LineScannerTest, SplitsAsALineReaderDoesWhereverTheLinesEnd)
+TEST(LineStartsTest, AreThoseOfALineReaderWhereverTheLinesEnd)
 {
     std::minstd_rand random(7);
     for (int round = 0; round < 2000; ++round) {
@@ -37,9 +38,11 @@ TEST(LineScannerTest, SplitsAsALineReaderDoesWhereverTheLinesEnd)
         std::vector<std::string> lines;
         // On the heap and of this very size, so that reading past the end shows.
         const std::vector<char> exact(text.begin(), text.end());
-        LineScanner scanner(std::string_view(exact.data(), exact.size()));
-        for (std::string_view line; scanner.next(line);)
-            lines.emplace_back(line);
+        const char *end = exact.data() + exact.size();
+        forEachLineStart(std::string_view(exact.data(), exact.size()), [&](const char *begin) {
+            lines.emplace_back(begin, std::find(begin, end, '\n'));
+            return true;
+        });
         ASSERT_EQ(lines, expected);
     }
 }

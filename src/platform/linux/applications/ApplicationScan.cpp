@@ -4,22 +4,20 @@
 #include "platform/linux/applications/DesktopEntryRules.h"
 #include "platform/linux/applications/FileDescriptor.h"
 #include "platform/linux/applications/InformationList.h"
+#include "platform/linux/applications/ScanQueue.h"
 
-#include <algorithm>
-#include <atomic>
 #include <cstring>
-#include <iterator>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace quillbay::platform {
 
 namespace {
-
-using Applications = std::vector<InstalledApplication>;
 
 /// What one thread of a scan works with.
 class Worker
@@ -32,14 +30,13 @@ public:
     {
     }
 
-    Applications look(const ScanBatch &batch)
+    void look(ScanTask &task)
     {
-        Applications found;
+        const ScanBatch &batch = task.batch;
         const FileDescriptor folder(::open(batch.folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
         if (!folder)
-            return found;
-        found.reserve(batch.names.size());
-        const QString folderPath = QString::fromStdString(batch.folder);
+            return;
+        task.found.reserve(batch.names.size());
         for (const ScanBatch::Name &entry : batch.names) {
             const char *file = batch.text.c_str() + entry.at;
             InstalledApplication application;
@@ -48,11 +45,11 @@ public:
                                       : readBundleOrImage(folder.get(), file, application);
             if (!accepted)
                 continue;
-            application.path = folderPath + QString::fromUtf8(file);
+            m_path.assign(batch.folder).append(file);
+            application.path = QString::fromUtf8(m_path.data(), qsizetype(m_path.size()));
             application.sortKey = m_sortKey(application.name);
-            found.push_back(std::move(application));
+            task.found.push_back(std::move(application));
         }
-        return found;
     }
 
 private:
@@ -92,43 +89,42 @@ private:
     std::string m_path;
 };
 
-/// Runs `work` on up to `count` threads, this one among them, until all have ended.
-template <typename Work>
-void runOnThreads(size_t count, const Work &work)
+/// Gives this thread a table of descriptors of its own, without those of the program: opening and closing
+/// take a lock of the table, for which the threads of a scan would wait half of the time they gain. Where the
+/// kernel is too old for it they share the table and do wait.
+bool leaveDescriptorTable()
 {
-    std::vector<std::jthread> threads;
-    try {
-        while (threads.size() + 1 < count)
-            threads.emplace_back(work);
-    } catch (const std::system_error &) {
-        // No more threads to be had: those there are, and this one, do it.
-    }
-    work();
+    return ::close_range(STDERR_FILENO + 1, ~0U, CLOSE_RANGE_UNSHARE) == 0;
 }
 
 } // namespace
 
-std::vector<InstalledApplication> scanBatches(const std::vector<ScanBatch> &batches,
-                                              const ApplicationEnvironment &environment)
+std::vector<InstalledApplication> scanApplications(const ApplicationEnvironment &environment)
 {
-    std::vector<Applications> found(batches.size());
     const CollationKey::Maker sortKey;
-    std::atomic_size_t next = 0;
-    const size_t cores = std::max(1U, std::thread::hardware_concurrency());
-    runOnThreads(std::min(cores, batches.size()), [&] {
+    ScanQueue queue;
+    const auto work = [&] {
         Worker worker(environment, sortKey);
-        for (size_t i = next++; i < batches.size(); i = next++)
-            found[i] = worker.look(batches[i]);
-    });
-
-    Applications result;
-    size_t total = 0;
-    for (const Applications &part : found)
-        total += part.size();
-    result.reserve(total);
-    for (Applications &part : found)
-        std::move(part.begin(), part.end(), std::back_inserter(result));
-    return result;
+        while (ScanTask *task = queue.take())
+            worker.look(*task);
+    };
+    {
+        std::vector<std::jthread> helpers;
+        try {
+            for (unsigned cores = std::thread::hardware_concurrency(); cores > 1; --cores) {
+                helpers.emplace_back([&work] {
+                    leaveDescriptorTable();
+                    work();
+                });
+            }
+        } catch (const std::system_error &) {
+            // No more threads to be had: those there are, and this one, do it.
+        }
+        listApplications(environment, [&queue](ScanBatch &&batch) { queue.add(std::move(batch)); });
+        queue.close();
+        work();
+    }
+    return queue.found();
 }
 
 } // namespace quillbay::platform

@@ -1,9 +1,11 @@
 #include "platform/linux/applications/DesktopEntry.h"
 
-#include "platform/linux/applications/LineScanner.h"
+#include "platform/linux/applications/LineStarts.h"
 
 #include <QByteArrayView>
 
+#include <array>
+#include <cstdint>
 #include <cstring>
 
 namespace quillbay::platform {
@@ -29,6 +31,13 @@ std::string_view trimmedRight(std::string_view text)
     while (!text.empty() && isBlank(text.back()))
         text.remove_suffix(1);
     return text;
+}
+
+/// The line that begins at `begin`, without its line feed.
+std::string_view lineAt(const char *begin, const char *end)
+{
+    const void *feed = std::memchr(begin, '\n', size_t(end - begin));
+    return std::string_view(begin, size_t((feed ? static_cast<const char *>(feed) : end) - begin));
 }
 
 template <size_t Size>
@@ -64,16 +73,70 @@ bool isTrue(std::string_view value)
     return value == "true" || value == "1";
 }
 
+/// Tells by a line's first bytes whether it can matter, for nine lines in ten of a translated entry cannot.
+class QuickLook
+{
+public:
+    explicit QuickLook(const std::vector<std::string> &locales)
+    {
+        for (const std::string &locale : locales)
+            m_localeInitials |= bitOf(locale.front());
+    }
+
+    /// Whether the line at `line`, of a text that ends at `end`, may be a group, a key that `EntryReader`
+    /// knows, or a name in a locale that begins as one of ours does. True where in doubt.
+    bool isWorthReading(const char *line, const char *end) const
+    {
+        if (!Initials[uint8_t(*line)])
+            return false;
+        if (*line == 'C')
+            return end - line < 2 || line[1] == 'a';
+        return *line != 'N' || end - line < 6 || line[4] != '[' || (m_localeInitials & bitOf(line[5]));
+    }
+
+private:
+    static uint64_t bitOf(char initial) { return uint64_t(1) << (uint8_t(initial) % 64); }
+
+    static constexpr std::array<bool, 256> Initials = [] {
+        std::array<bool, 256> result = {};
+        for (const char initial : std::string_view("[CDEHINOPSTX \t\r\f\v"))
+            result[uint8_t(initial)] = true;
+        return result;
+    }();
+
+    uint64_t m_localeInitials = 0;
+};
+
 class EntryReader
 {
 public:
-    explicit EntryReader(const std::vector<std::string> &locales)
-        : m_locales(locales)
+    EntryReader(const char *end, const std::vector<std::string> &locales)
+        : m_end(end)
+        , m_locales(locales)
         , m_rank(locales.size() + 1)
     {
     }
 
-    void readLine(std::string_view line)
+    /// Reads the line that begins at `begin`. False where the main group ends or there is none.
+    /// Kept out of the loop over all lines, of which few come here.
+    [[gnu::noinline]] bool read(const char *begin)
+    {
+        const std::string_view line = trimmedLeft(lineAt(begin, m_end));
+        if (!line.empty() && line.front() == '[') {
+            const bool isMainGroup = !m_isInGroup && trimmedRight(line) == MainGroup;
+            m_isInGroup = m_isInGroup || isMainGroup;
+            return isMainGroup;
+        }
+        if (m_isInGroup && !line.empty())
+            readKey(line);
+        return true;
+    }
+
+    /// Nothing where the main group was not found.
+    std::optional<DesktopEntry> entry() const { return m_isInGroup ? std::optional(m_entry) : std::nullopt; }
+
+private:
+    void readKey(std::string_view line)
     {
         std::string_view value;
         switch (line.front()) {
@@ -129,9 +192,6 @@ public:
         }
     }
 
-    const DesktopEntry &entry() const { return m_entry; }
-
-private:
     void readName(std::string_view line)
     {
         size_t rank = m_locales.size();
@@ -167,6 +227,8 @@ private:
         return m_locales.size();
     }
 
+    const char *m_end; ///< Of the text.
+    bool m_isInGroup = false;
     const std::vector<std::string> &m_locales;
     size_t m_rank; ///< Of the name found so far: index of its locale, then the plain name, then none.
     DesktopEntry m_entry;
@@ -178,32 +240,11 @@ std::optional<DesktopEntry> parseDesktopEntry(std::string_view text, const std::
 {
     if (text.substr(0, 3) == "\xEF\xBB\xBF")
         text.remove_prefix(3);
-    LineScanner lines(text);
-    std::string_view line;
-    bool found = false;
-    while (!found && lines.next(line)) {
-        line = trimmedLeft(line);
-        if (line.empty() || line.front() != '[')
-            continue;
-        if (trimmedRight(line) != MainGroup)
-            return std::nullopt;
-        found = true;
-    }
-    if (!found)
-        return std::nullopt;
-    EntryReader reader(locales);
-    while (lines.next(line)) {
-        if (line.empty())
-            continue;
-        if (isBlank(line.front())) {
-            line = trimmedLeft(line);
-            if (line.empty())
-                continue;
-        }
-        if (line.front() == '[')
-            break;
-        reader.readLine(line);
-    }
+    const char *end = text.data() + text.size();
+    const QuickLook look(locales);
+    EntryReader reader(end, locales);
+    forEachLineStart(
+        text, [&](const char *begin) { return !look.isWorthReading(begin, end) || reader.read(begin); });
     return reader.entry();
 }
 

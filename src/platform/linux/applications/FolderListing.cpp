@@ -8,6 +8,7 @@
 #include <cstring>
 #include <deque>
 #include <memory>
+#include <memory_resource>
 #include <set>
 #include <string_view>
 #include <unordered_set>
@@ -61,9 +62,34 @@ private:
     std::unique_ptr<DIR, Close> m_stream;
 };
 
+/// The desktop file ids met so far.
+class IdSet
+{
+public:
+    /// False if the id that is made of these two parts was there already.
+    bool insert(std::string_view prefix, std::string_view name)
+    {
+        const size_t size = prefix.size() + name.size();
+        char *text = static_cast<char *>(m_memory.allocate(size, 1));
+        prefix.copy(text, prefix.size());
+        name.copy(text + prefix.size(), name.size());
+        return m_ids.emplace(text, size).second;
+    }
+
+private:
+    // Thousands of small pieces that go all at once.
+    std::pmr::monotonic_buffer_resource m_memory{size_t(1) << 14};
+    std::pmr::unordered_set<std::string_view> m_ids{&m_memory};
+};
+
 class Lister
 {
 public:
+    explicit Lister(const std::function<void(ScanBatch &&)> &take)
+        : m_take(take)
+    {
+    }
+
     void listBundles(const QString &path, bool withImages)
     {
         const std::string folder = QFile::encodeName(path).toStdString() + '/';
@@ -77,6 +103,7 @@ public:
                 (endsWith(name, ".app") || (withImages && endsWith(name, ".AppImage"))))
                 add(name, child->d_type);
         }
+        handOver();
     }
 
     void listEntries(const QString &path)
@@ -92,8 +119,6 @@ public:
                 listEntryFolder(children, pending);
         }
     }
-
-    std::vector<ScanBatch> take() { return std::move(m_batches); }
 
 private:
     struct Pending
@@ -111,7 +136,7 @@ private:
         while (const dirent *child = children.next()) {
             const std::string_view name = child->d_name;
             if (child->d_type != DT_DIR && endsWith(name, ".desktop")) {
-                if (m_ids.insert(folder.idPrefix + child->d_name).second)
+                if (m_ids.insert(folder.idPrefix, name))
                     add(name, child->d_type);
             } else if (name != "." && name != ".." && folder.depth < MaximumDepth && isUtf8(name) &&
                        isFolder(children.descriptor(), *child)) {
@@ -119,6 +144,7 @@ private:
                                    folder.depth + 1});
             }
         }
+        handOver();
     }
 
     static bool isFolder(int parent, const dirent &child)
@@ -131,45 +157,49 @@ private:
 
     void beginFolder(const std::string &path, ScanBatch::Content content)
     {
-        m_folder = path;
-        m_content = content;
-        m_batchOpen = false;
+        m_batch.folder = path;
+        m_batch.content = content;
     }
 
     void add(std::string_view name, unsigned char type)
     {
         if (!isUtf8(name))
             return;
-        if (!m_batchOpen || m_batches.back().names.size() == BatchSize) {
-            m_batches.push_back({m_folder, m_content, {}, {}});
-            m_batches.back().names.reserve(BatchSize);
-            m_batches.back().text.reserve(BatchSize * 32);
-            m_batchOpen = true;
+        if (m_batch.names.empty()) {
+            m_batch.names.reserve(BatchSize);
+            m_batch.text.reserve(BatchSize * 48);
         }
-        ScanBatch &batch = m_batches.back();
         const auto kind = type == DT_REG ? BoundedFile::Kind::Regular : BoundedFile::Kind::Unknown;
-        batch.names.push_back({uint32_t(batch.text.size()), kind});
-        batch.text.append(name).push_back('\0');
+        m_batch.names.push_back({uint32_t(m_batch.text.size()), kind});
+        m_batch.text.append(name).push_back('\0');
+        if (m_batch.names.size() == BatchSize)
+            handOver();
     }
 
-    std::vector<ScanBatch> m_batches;
-    std::unordered_set<std::string> m_ids;
-    std::string m_folder;
-    ScanBatch::Content m_content = ScanBatch::Content::Entries;
-    bool m_batchOpen = false;
+    void handOver()
+    {
+        if (m_batch.names.empty())
+            return;
+        ScanBatch next{m_batch.folder, m_batch.content, {}, {}};
+        m_take(std::exchange(m_batch, std::move(next)));
+    }
+
+    const std::function<void(ScanBatch &&)> &m_take;
+    IdSet m_ids;
+    ScanBatch m_batch; ///< What was listed since the last was handed over.
 };
 
 } // namespace
 
-std::vector<ScanBatch> listApplications(const ApplicationEnvironment &environment)
+void listApplications(const ApplicationEnvironment &environment,
+                      const std::function<void(ScanBatch &&)> &take)
 {
-    Lister lister;
+    Lister lister(take);
     for (const QString &folder : environment.systemBundleDirs)
         lister.listBundles(folder, false);
     lister.listBundles(environment.userBundleDir(), true);
     for (const QString &folder : environment.entryDirs())
         lister.listEntries(folder);
-    return lister.take();
 }
 
 } // namespace quillbay::platform

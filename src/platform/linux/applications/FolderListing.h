@@ -4,6 +4,7 @@
 #include "platform/linux/applications/BoundedFile.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,8 @@ struct ScanBatch
     std::string text;
 };
 
-/// Lists everything that may be an application, in scan order, without opening a file:
+/// Lists everything that may be an application, in scan order, without opening a file, and hands it to `take`
+/// batch by batch, so that reading can begin meanwhile:
 /// - of the bundle folders the direct children that end in ".app" (exactly) and do not begin with a dot, and
 /// of the
 ///   user's also those that end in ".AppImage";
@@ -39,6 +41,7 @@ struct ScanBatch
 ///
 /// Names that are not UTF-8 are passed over: no `QString` can hold them. Every folder is read once per entry
 /// folder, however many links lead there, and not below a depth of 32. What cannot be listed is passed over.
-std::vector<ScanBatch> listApplications(const ApplicationEnvironment &environment);
+void listApplications(const ApplicationEnvironment &environment,
+                      const std::function<void(ScanBatch &&)> &take);
 
 } // namespace quillbay::platform

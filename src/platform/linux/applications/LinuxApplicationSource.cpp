@@ -1,6 +1,7 @@
 #include "platform/linux/applications/LinuxApplicationSource.h"
 
 #include "platform/linux/applications/ApplicationScan.h"
+#include "platform/linux/applications/BoundedFile.h"
 #include "platform/linux/applications/DesktopEntry.h"
 #include "platform/linux/applications/InformationList.h"
 
@@ -69,7 +70,7 @@ QStringList LinuxApplicationSource::folders() const
 
 std::vector<InstalledApplication> LinuxApplicationSource::scan() const
 {
-    return scanBatches(listApplications(m_environment), m_environment);
+    return scanApplications(m_environment);
 }
 
 std::optional<ApplicationDetails> LinuxApplicationSource::read(const QString &path) const
