@@ -1,6 +1,9 @@
 #include "foundation/CollationKey.h"
 
 #include <QVarLengthArray>
+#include <QtEndian>
+
+#include <algorithm>
 
 #include <unicode/ucol.h>
 
@@ -50,6 +53,33 @@ QByteArray CollationKey::Maker::operator()(QStringView text) const
     }
     // ICU ends a key with a zero byte, which no key contains.
     return QByteArray(reinterpret_cast<const char *>(key.constData()), qMax(0, size - 1));
+}
+
+std::vector<size_t> CollationKey::sortedOrder(const std::vector<QByteArrayView> &keys)
+{
+    struct Place
+    {
+        quint64 start; ///< Of the key, so that most comparisons are one of integers.
+        size_t index;
+    };
+    std::vector<Place> places(keys.size());
+    for (size_t i = 0; i < keys.size(); ++i) {
+        quint64 start = 0;
+        std::copy_n(keys[i].data(), std::min(keys[i].size(), qsizetype(sizeof start)),
+                    reinterpret_cast<char *>(&start));
+        places[i] = {qFromBigEndian(start), i};
+    }
+    std::sort(places.begin(), places.end(), [&keys](const Place &a, const Place &b) {
+        if (a.start != b.start)
+            return a.start < b.start;
+        const int order = keys[a.index].compare(keys[b.index]);
+        return order != 0 ? order < 0 : a.index < b.index;
+    });
+    std::vector<size_t> result;
+    result.reserve(places.size());
+    for (const Place &place : places)
+        result.push_back(place.index);
+    return result;
 }
 
 } // namespace quillbay

@@ -3,6 +3,8 @@
 #include <QCollator>
 #include <QStringList>
 
+#include <algorithm>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -73,6 +75,21 @@ TEST(CollationKeyTest, LongTextsAndSeveralThreads)
     for (const QByteArray &each : keys)
         EXPECT_EQ(each, expected);
     EXPECT_TRUE(key(u"").isEmpty());
+}
+
+TEST(CollationKeyTest, SortedOrderIsThatOfAStableSort)
+{
+    std::vector<QByteArray> texts;
+    for (const char *text :
+         {"b", "", "abcdefgh2", "abcdefgh", "a", "abcdefgh1", "b", "\xff", "a", "abcdefgh2", "ab", ""})
+        texts.emplace_back(text);
+    const std::vector<QByteArrayView> keys(texts.begin(), texts.end());
+    std::vector<size_t> expected(keys.size());
+    std::iota(expected.begin(), expected.end(), size_t(0));
+    std::stable_sort(expected.begin(), expected.end(),
+                     [&](size_t a, size_t b) { return texts[a] < texts[b]; });
+    EXPECT_EQ(CollationKey::sortedOrder(keys), expected);
+    EXPECT_TRUE(CollationKey::sortedOrder({}).empty());
 }
 
 } // namespace
