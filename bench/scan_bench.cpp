@@ -5,10 +5,12 @@
 // the ratios are meant to keep. A scan's time ends when its result is sorted and every application has its
 // category.
 
+#include "foundation/CollationKey.h"
 #include "platform/linux/applications/LinuxApplicationSource.h"
 #include "read_floor.h"
 
 #include <QDir>
+#include <QFile>
 #include <QLocale>
 #include <QProcess>
 #include <QStandardPaths>
@@ -18,9 +20,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <string>
+#include <utility>
 #include <vector>
 
+using quillbay::CollationKey;
 using quillbay::platform::ApplicationEnvironment;
 using quillbay::platform::InstalledApplication;
 using quillbay::platform::LinuxApplicationSource;
@@ -70,11 +73,15 @@ Cost medianOf(const std::vector<Cost> &costs)
 }
 
 /// As the library does it: stable by sort key, then the last part of the type a bundle declares, capitalised.
-void sortAndCategorise(std::vector<InstalledApplication> &applications)
+std::vector<InstalledApplication> sortedAndCategorised(std::vector<InstalledApplication> &&found)
 {
-    std::stable_sort(applications.begin(), applications.end(),
-                     [](const auto &a, const auto &b) { return a.sortKey < b.sortKey; });
-    for (InstalledApplication &application : applications) {
+    std::vector<QByteArrayView> keys;
+    for (const InstalledApplication &application : found)
+        keys.emplace_back(application.sortKey);
+    std::vector<InstalledApplication> result;
+    result.reserve(found.size());
+    for (const size_t index : CollationKey::sortedOrder(keys)) {
+        InstalledApplication &application = result.emplace_back(std::move(found[index]));
         if (!application.category.isNull())
             continue;
         const qsizetype dot = application.categoryType.lastIndexOf(u'.');
@@ -84,16 +91,7 @@ void sortAndCategorise(std::vector<InstalledApplication> &applications)
         if (!application.category.isEmpty())
             application.category[0] = application.category[0].toUpper();
     }
-}
-
-/// The files that a scan of the corpus reads, relative to the folder they were listed in.
-std::vector<std::string> filesOf(const QString &folder, bool bundles)
-{
-    std::vector<std::string> files;
-    const QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Unsorted);
-    for (const QString &name : names)
-        files.push_back(name.toStdString() + (bundles ? "/Contents/Info.plist" : ""));
-    return files;
+    return result;
 }
 
 void run(const Corpus &corpus, const QString &folder, size_t passes)
@@ -107,25 +105,19 @@ void run(const Corpus &corpus, const QString &folder, size_t passes)
     environment.locales = {"de_DE", "de"};
     const LinuxApplicationSource source(environment);
 
-    const std::string listed = (bundles ? folder : folder + QStringLiteral("/applications")).toStdString();
-    const std::vector<std::string> files = filesOf(QString::fromStdString(listed), bundles);
-    std::vector<const char *> names;
-    for (const std::string &file : files)
-        names.push_back(file.c_str());
+    const QString listed = bundles ? folder : folder + QStringLiteral("/applications");
+    const size_t count = QDir(listed).entryList(QDir::AllEntries | QDir::NoDotAndDotDot).size();
 
     std::vector<Cost> floors;
     std::vector<Cost> scans;
     for (size_t pass = 0; pass < passes + 1; ++pass) {
         long bytes = 0;
-        const Cost floor = measure([&] { bytes = read_floor(listed.c_str(), names.data(), names.size()); });
+        const Cost floor = measure(
+            [&] { bytes = read_floor(QFile::encodeName(listed), bundles ? "/Contents/Info.plist" : ""); });
         std::vector<InstalledApplication> found;
-        const Cost scan = measure([&] {
-            found = source.scan();
-            sortAndCategorise(found);
-        });
-        if (bytes < 0 || found.size() != files.size()) {
-            std::fprintf(stderr, "%s: found %zu of %zu applications\n", corpus.title, found.size(),
-                         files.size());
+        const Cost scan = measure([&] { found = sortedAndCategorised(source.scan()); });
+        if (bytes < 0 || found.size() != count) {
+            std::fprintf(stderr, "%s: found %zu of %zu applications\n", corpus.title, found.size(), count);
             std::exit(EXIT_FAILURE);
         }
         if (pass == 0) // warms the caches
