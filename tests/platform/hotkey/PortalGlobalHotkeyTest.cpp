@@ -69,6 +69,9 @@ protected:
                 "[portal]\nDBusName=org.freedesktop.impl.portal.desktop.test\nUseIn=test\nInterfaces=") +
                 backendInterfaces + "\n");
         QProcessEnvironment environment = m_environment;
+        // Without the schemas installed there it ends at once.
+        environment.insert(QStringLiteral("XDG_DATA_DIRS"), QStringLiteral("/usr/local/share:/usr/share"));
+        environment.insert(QStringLiteral("GSETTINGS_BACKEND"), QStringLiteral("memory"));
         environment.insert(QStringLiteral("XDG_CURRENT_DESKTOP"), QStringLiteral("test"));
         environment.insert(QStringLiteral("XDG_DESKTOP_PORTAL_DIR"), m_home.path(QStringLiteral("portals")));
         m_portal = std::make_unique<TestProgram>(QStringLiteral("/usr/libexec/xdg-desktop-portal"),
@@ -127,7 +130,7 @@ protected:
 
 TEST_F(PortalGlobalHotkeyTest, BindsTheKeyHearsItAndClosesTheSession)
 {
-    startPortalWithShortcuts();
+    ASSERT_NO_FATAL_FAILURE(startPortalWithShortcuts());
     ASSERT_TRUE(registers());
     EXPECT_EQ(m_registered->value(0),
               (QVariantList{QStringLiteral("desktop portal"), QStringLiteral("Press Ctrl+Alt+N")}));
@@ -146,7 +149,7 @@ TEST_F(PortalGlobalHotkeyTest, BindsTheKeyHearsItAndClosesTheSession)
 
 TEST_F(PortalGlobalHotkeyTest, ARefusalByTheUserIsAFailure)
 {
-    startPortalWithShortcuts(QStringLiteral("refuse"));
+    ASSERT_NO_FATAL_FAILURE(startPortalWithShortcuts(QStringLiteral("refuse")));
     m_hotkey->registerKey(key);
     EXPECT_EQ(failure(), QStringLiteral("the user did not allow the key"));
     EXPECT_TRUE(QTest::qWaitFor(
@@ -155,14 +158,14 @@ TEST_F(PortalGlobalHotkeyTest, ARefusalByTheUserIsAFailure)
 
 TEST_F(PortalGlobalHotkeyTest, ABindingWithoutAKeyIsAFailure)
 {
-    startPortalWithShortcuts(QStringLiteral("none"));
+    ASSERT_NO_FATAL_FAILURE(startPortalWithShortcuts(QStringLiteral("none")));
     m_hotkey->registerKey(key);
     EXPECT_EQ(failure(), QStringLiteral("the desktop bound no key"));
 }
 
 TEST_F(PortalGlobalHotkeyTest, ASessionThatTheDesktopClosesIsAFailure)
 {
-    startPortalWithShortcuts();
+    ASSERT_NO_FATAL_FAILURE(startPortalWithShortcuts());
     ASSERT_TRUE(registers());
     tellBackend("CloseSession");
     EXPECT_EQ(failure(), QStringLiteral("the desktop has taken the key back"));
@@ -170,7 +173,7 @@ TEST_F(PortalGlobalHotkeyTest, ASessionThatTheDesktopClosesIsAFailure)
 
 TEST_F(PortalGlobalHotkeyTest, APortalThatEndsIsAFailure)
 {
-    startPortalWithShortcuts();
+    ASSERT_NO_FATAL_FAILURE(startPortalWithShortcuts());
     ASSERT_TRUE(registers());
     m_portal->kill();
     EXPECT_EQ(failure(), QStringLiteral("the desktop portal has ended"));
@@ -178,7 +181,7 @@ TEST_F(PortalGlobalHotkeyTest, APortalThatEndsIsAFailure)
 
 TEST_F(PortalGlobalHotkeyTest, ADesktopWithoutTheInterfaceIsAFailureThatTellsTheWayOut)
 {
-    startPortal("org.freedesktop.impl.portal.Screenshot;");
+    ASSERT_NO_FATAL_FAILURE(startPortal("org.freedesktop.impl.portal.Screenshot;"));
     m_hotkey->registerKey(key);
     EXPECT_TRUE(failure().contains(QLatin1String(ownKeyHint))) << qPrintable(failure());
 }

@@ -81,8 +81,8 @@ PrivateDisplay *X11GlobalHotkeyTest::s_display = nullptr;
 
 TEST_F(X11GlobalHotkeyTest, WhatIsTypedRightAfterThePressReachesTheWindow)
 {
-    startOther();
-    startOurs({QStringLiteral("--hold-limit"), forever});
+    ASSERT_NO_FATAL_FAILURE(startOther());
+    ASSERT_NO_FATAL_FAILURE(startOurs({QStringLiteral("--hold-limit"), forever}));
     for (int round = 0; round < 5; ++round) {
         SCOPED_TRACE(round);
         m_other->forget();
@@ -100,7 +100,7 @@ TEST_F(X11GlobalHotkeyTest, WhatIsTypedRightAfterThePressReachesTheWindow)
 
 TEST_F(X11GlobalHotkeyTest, AWindowThatHasTheKeyboardKeepsIt)
 {
-    startOurs({QStringLiteral("--shown"), QStringLiteral("--hold-limit"), forever});
+    ASSERT_NO_FATAL_FAILURE(startOurs({QStringLiteral("--shown"), QStringLiteral("--hold-limit"), forever}));
     ASSERT_TRUE(m_ours->waitFor(focused));
     xdotool("key --delay 0 ctrl+alt+n key --delay 0 ctrl+alt+n type --delay 0 ab");
     EXPECT_TRUE(waitForText(*m_ours, QStringLiteral("ab"))) << qPrintable(textOf(*m_ours));
@@ -110,7 +110,7 @@ TEST_F(X11GlobalHotkeyTest, AWindowThatHasTheKeyboardKeepsIt)
 
 TEST_F(X11GlobalHotkeyTest, AWindowThatHasTheKeyboardDoesNotLoseItToAHeldKey)
 {
-    startOurs({QStringLiteral("--shown"), QStringLiteral("--hold-limit"), forever});
+    ASSERT_NO_FATAL_FAILURE(startOurs({QStringLiteral("--shown"), QStringLiteral("--hold-limit"), forever}));
     ASSERT_TRUE(m_ours->waitFor(focused));
     xdotool("keydown ctrl keydown alt keydown n");
     EXPECT_TRUE(m_ours->waitFor(QStringLiteral("key event"), 20));
@@ -123,8 +123,8 @@ TEST_F(X11GlobalHotkeyTest, AWindowThatHasTheKeyboardDoesNotLoseItToAHeldKey)
 
 TEST_F(X11GlobalHotkeyTest, PressesWhileKeysAreHeldBackCountOneByOne)
 {
-    startOther();
-    startOurs({QStringLiteral("--hold-limit"), forever});
+    ASSERT_NO_FATAL_FAILURE(startOther());
+    ASSERT_NO_FATAL_FAILURE(startOurs({QStringLiteral("--hold-limit"), forever}));
     xdotool("key --delay 0 ctrl+alt+n key --delay 0 ctrl+alt+n key --delay 0 ctrl+alt+n type --delay 0 ok");
     EXPECT_TRUE(waitForText(*m_ours, QStringLiteral("ok"))) << qPrintable(textOf(*m_ours));
     EXPECT_EQ(m_ours->count(activated), 3);
@@ -133,8 +133,8 @@ TEST_F(X11GlobalHotkeyTest, PressesWhileKeysAreHeldBackCountOneByOne)
 
 TEST_F(X11GlobalHotkeyTest, AHeldKeyIsOnePress)
 {
-    startOther();
-    startOurs();
+    ASSERT_NO_FATAL_FAILURE(startOther());
+    ASSERT_NO_FATAL_FAILURE(startOurs());
     xdotool("keydown ctrl keydown alt keydown n");
     EXPECT_TRUE(m_ours->waitFor(QStringLiteral("key event"), 20));
     EXPECT_EQ(m_ours->count(activated), 1);
@@ -148,7 +148,8 @@ TEST_F(X11GlobalHotkeyTest, AHeldKeyIsOnePress)
 
 TEST_F(X11GlobalHotkeyTest, AHeldKeyIsOnePressAlsoWithoutAWindow)
 {
-    startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), QStringLiteral("0")});
+    ASSERT_NO_FATAL_FAILURE(
+        startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), QStringLiteral("0")}));
     xdotool("keydown ctrl keydown alt keydown n");
     EXPECT_TRUE(m_ours->waitFor(QStringLiteral("key event"), 20));
     xdotool("keyup n keyup ctrl keyup alt");
@@ -159,8 +160,8 @@ TEST_F(X11GlobalHotkeyTest, AHeldKeyIsOnePressAlsoWithoutAWindow)
 
 TEST_F(X11GlobalHotkeyTest, KeysGoBackWhereTheyWereIfNoWindowComes)
 {
-    startOther();
-    startOurs({QStringLiteral("--deaf")});
+    ASSERT_NO_FATAL_FAILURE(startOther());
+    ASSERT_NO_FATAL_FAILURE(startOurs({QStringLiteral("--deaf")}));
     xdotool("key --delay 0 ctrl+alt+n type --delay 0 fire");
     EXPECT_TRUE(waitForText(*m_other, QStringLiteral("fire"))) << qPrintable(textOf(*m_other));
     EXPECT_EQ(m_ours->count(activated), 1);
@@ -168,8 +169,8 @@ TEST_F(X11GlobalHotkeyTest, KeysGoBackWhereTheyWereIfNoWindowComes)
 
 TEST_F(X11GlobalHotkeyTest, KeysAreHeldBackButNotThePointerAndFreedByTheEndOfTheProgram)
 {
-    startOther();
-    startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), forever});
+    ASSERT_NO_FATAL_FAILURE(startOther());
+    ASSERT_NO_FATAL_FAILURE(startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), forever}));
     xdotool("key --delay 0 ctrl+alt+n type --delay 0 fire");
     ASSERT_TRUE(m_ours->waitFor(activated));
     xdotool("click 1");
@@ -181,7 +182,8 @@ TEST_F(X11GlobalHotkeyTest, KeysAreHeldBackButNotThePointerAndFreedByTheEndOfThe
 
 TEST_F(X11GlobalHotkeyTest, WorksWithCapsLockAndNumLock)
 {
-    startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), QStringLiteral("0")});
+    ASSERT_NO_FATAL_FAILURE(
+        startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), QStringLiteral("0")}));
     int presses = 0;
     for (const char *lock : {"key Caps_Lock", "key Num_Lock", "key Caps_Lock", "key Num_Lock"}) {
         xdotool(lock);
@@ -205,7 +207,8 @@ TEST_F(X11GlobalHotkeyTest, AKeyThatAnotherProgramHoldsIsRefusedWhole)
 
 TEST_F(X11GlobalHotkeyTest, FollowsTheKeyboardLayout)
 {
-    startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), QStringLiteral("0")});
+    ASSERT_NO_FATAL_FAILURE(
+        startOurs({QStringLiteral("--deaf"), QStringLiteral("--hold-limit"), QStringLiteral("0")}));
     const auto pressUntilHeard = [&](const QString &keys) {
         EXPECT_EQ(m_ours->count(QStringLiteral("failed")), 0);
         m_ours->forget();
