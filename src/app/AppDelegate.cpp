@@ -53,7 +53,7 @@ void AppDelegate::applicationShouldHandleReopen(const QString &activationToken)
 void AppDelegate::performAction(const QString &action, const QVariantList &parameters)
 {
     if (action == QLatin1String("quit"))
-        QCoreApplication::quit();
+        QCoreApplication::exit(); // quit() would ask the window, which only hides
     else if (action == QLatin1String("save-picture"))
         m_around.mainWindow.savePicture(parameters.value(0).toString());
 }

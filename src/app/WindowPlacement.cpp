@@ -26,9 +26,12 @@ QString placementFile()
     return stateFolder() + QStringLiteral("/window.json");
 }
 
-bool sensible(int value)
+std::optional<int> coordinate(const QJsonValue &value)
 {
-    return value > -absurdEdge && value < absurdEdge;
+    const double number = value.toDouble(absurdEdge);
+    if (!(number > -absurdEdge && number < absurdEdge))
+        return std::nullopt;
+    return int(number);
 }
 
 } // namespace
@@ -72,16 +75,16 @@ QByteArray encodePlacement(const WindowPlacement &placement)
 std::optional<WindowPlacement> decodePlacement(const QByteArray &json)
 {
     const QJsonObject object = QJsonDocument::fromJson(json).object();
-    const int width = object[QLatin1String("width")].toInt();
-    const int height = object[QLatin1String("height")].toInt();
-    if (width <= 0 || height <= 0 || !sensible(width) || !sensible(height))
+    const std::optional<int> width = coordinate(object[QLatin1String("width")]);
+    const std::optional<int> height = coordinate(object[QLatin1String("height")]);
+    if (width.value_or(0) <= 0 || height.value_or(0) <= 0)
         return std::nullopt;
-    WindowPlacement placement{QSize(width, height), std::nullopt,
+    WindowPlacement placement{QSize(*width, *height), std::nullopt,
                               object[QLatin1String("maximized")].toBool()};
-    const QJsonValue x = object[QLatin1String("x")];
-    const QJsonValue y = object[QLatin1String("y")];
-    if (x.isDouble() && y.isDouble() && sensible(x.toInt()) && sensible(y.toInt()))
-        placement.position = QPoint(x.toInt(), y.toInt());
+    const std::optional<int> x = coordinate(object[QLatin1String("x")]);
+    const std::optional<int> y = coordinate(object[QLatin1String("y")]);
+    if (x && y)
+        placement.position = QPoint(*x, *y);
     return placement;
 }
 

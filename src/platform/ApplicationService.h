@@ -24,8 +24,8 @@ public:
     using QObject::QObject;
 
     /// Becomes the one instance, or hands `urls` (or, without any, an activation) to the one that is. The one
-    /// instance's own `urls` are delivered as `opened`, like anyone's. Without a session bus a lock in the runtime
-    /// folder decides, and a second start then only ends (`Refused`).
+    /// instance's own `urls` are delivered as `opened`, like anyone's. Without a session bus a lock in the
+    /// runtime folder decides, and a second start then only ends (`Refused`).
     virtual Claim claim(const QStringList &urls) = 0;
 
     /// From here on activations are delivered; those that arrived earlier are delivered first. Until then

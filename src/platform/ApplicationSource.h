@@ -12,7 +12,8 @@ namespace quillbay::platform {
 /// One installed application as a scan finds it.
 struct InstalledApplication
 {
-    /// Absolute path of the bundle, desktop entry or image. Not canonicalised: it is the application's identity.
+    /// Absolute path of the bundle, desktop entry or image. Not canonicalised: it is the application's
+    /// identity.
     QString path;
     /// Display name: the localised name of an entry, the file name without extension of a bundle or image.
     QString name;
@@ -28,7 +29,8 @@ struct InstalledApplication
 /// What one application says about itself beyond the scan: enough to launch it and to find its icon.
 struct ApplicationDetails
 {
-    /// Desktop file id without ".desktop", flatpak application id, or bundle identifier; empty where there is none.
+    /// Desktop file id without ".desktop", flatpak application id, or bundle identifier; empty where there is
+    /// none.
     QString identifier;
     /// `Icon` of an entry (theme name or absolute path), absolute path of a bundle's icon file; may be empty.
     QString icon;

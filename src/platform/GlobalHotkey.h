@@ -28,7 +28,8 @@ public:
     virtual void keyboardTaken() {}
 
 Q_SIGNALS:
-    /// The key is live. `way` names how ("X11 grab", "desktop portal"), `trigger` the key as the desktop calls it.
+    /// The key is live. `way` names how ("X11 grab", "desktop portal"), `trigger` the key as the desktop
+    /// calls it.
     void registered(const QString &way, const QString &trigger);
     /// The key could not be had; `reason` is for the log.
     void failed(const QString &reason);

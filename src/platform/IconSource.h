@@ -13,9 +13,9 @@ class IconSource
 public:
     virtual ~IconSource() = default;
 
-    /// The icon of the application at `path`, `edge` by `edge` device pixels, premultiplied ARGB, device pixel
-    /// ratio 1; smaller pictures are centred or scaled up as the platform does. Never null: an application
-    /// without an icon, or a path that does not exist, gets the generic one.
+    /// The icon of the application at `path`, `edge` by `edge` device pixels, premultiplied ARGB, device
+    /// pixel ratio 1; smaller pictures are centred or scaled up as the platform does. Never null: an
+    /// application without an icon, or a path that does not exist, gets the generic one.
     virtual QImage icon(const QString &path, int edge) const = 0;
 
     /// The picture of "some application": shown until the real one is there. Cheap, drawn by the program

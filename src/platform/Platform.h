@@ -39,7 +39,8 @@ std::unique_ptr<ApplicationService> createApplicationService();
 /// The services of this desktop. Needs the application object. Nothing in here waits or reads a folder.
 Platform createPlatform();
 
-/// Whether a window can be opened at all; if not, `reason` is one line for the user. Needs no application object.
+/// Whether a window can be opened at all; if not, `reason` is one line for the user. Needs no application
+/// object.
 bool hasDisplay(const char **reason);
 
 } // namespace quillbay::platform

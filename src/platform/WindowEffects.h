@@ -18,7 +18,8 @@ public:
 
     /// Whether a window may ask for its background to be blurred by the compositor now.
     virtual bool canBlurBehind() const = 0;
-    /// Asks for blur behind `region` of the window, in device-independent pixels; an empty region takes it back.
+    /// Asks for blur behind `region` of the window, in device-independent pixels; an empty region takes it
+    /// back.
     virtual void setBlurBehind(QWindow *window, const QRegion &region) = 0;
 
     /// Whether a program may put its own windows at a place (X11) or not (Wayland).

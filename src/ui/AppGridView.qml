@@ -17,10 +17,12 @@ Item {
             top: parent.top
         }
         window: root.hostWindow
+        afterSearch: tileGrid
         Component.onCompleted: searchField.requestFocus()
     }
 
     TileGrid {
+        id: tileGrid
         anchors {
             left: parent.left
             right: parent.right

@@ -6,6 +6,7 @@ import Quillbay.Vocabulary
 Item {
     id: root
 
+    required property int index
     required property string name
     required property string path
     required property Window hostWindow
@@ -36,8 +37,12 @@ Item {
     Accessible.focused: focused
     Accessible.onPressAction: launch()
 
-    GridView.onReused: launchTimer.stop()
-    GridView.onPooled: isLaunching = false
+    // A tile that waits for its next application is not there for anyone, screen readers included.
+    visible: index >= 0
+    onVisibleChanged: {
+        launchTimer.stop();
+        isLaunching = false;
+    }
 
     Behavior on hover {
         SpringMotion {}

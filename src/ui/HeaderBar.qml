@@ -9,6 +9,8 @@ Item {
 
     required property Window window
     property alias searchField: searchField
+    /*! What Tab reaches from the search field. */
+    property Item afterSearch: null
 
     implicitHeight: 64
 
@@ -44,6 +46,7 @@ Item {
     SearchField {
         id: searchField
         anchors.centerIn: parent
+        KeyNavigation.tab: root.afterSearch
         width: Math.min(implicitWidth, root.width - 2 * (buttons.width + buttons.anchors.rightMargin + 16))
     }
 

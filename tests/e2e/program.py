@@ -7,7 +7,7 @@ import threading
 from desktop import wait_until
 
 # Generous: the sanitizers' build runs these tests on slow machines too.
-PATIENCE = 60
+PATIENCE = 30
 
 
 class Program:
@@ -52,6 +52,8 @@ class Program:
         desktop = self.atspi.get_desktop(0)  # asked anew: a kept one never hears of later programs
         for i in range(desktop.get_child_count()):
             child = desktop.get_child_at_index(i)
+            if child:
+                child.clear_cache()  # or nodes that are gone are answered from memory
             if child and child.get_name() in ("quillbay", "Quillbay") and child.get_process_id() == self.process.pid:
                 return child
         return None
