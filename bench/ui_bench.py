@@ -153,21 +153,26 @@ def compare(floor, program, title, what, limit=None):
               f"ratio {ratio:.2f}" + (f" (limit {limit})" if limit else ""))
 
 
-def print_table(floor, program, sizes):
-    for count in sizes:
-        compare(floor, program, f"start, {count}", ("start", count), START_LIMIT)
-        compare(floor, program, f"start, settled, {count}", ("start, settled", count))
-        compare(floor, program, f"start, processor, {count}", ("start, processor", count))
-    if len(sizes) > 1:
-        flatness = program.median(("start", sizes[-1])) / program.median(("start", sizes[0]))
-        print(f"start with {sizes[-1]} against {sizes[0]}: {flatness:.2f} (limit {START_LIMIT})")
-    if "key" not in program.results:
-        return
+def print_starts(floor, program, count):
+    compare(floor, program, f"start, {count}", ("start", count), START_LIMIT)
+    compare(floor, program, f"start, settled, {count}", ("start, settled", count))
+    compare(floor, program, f"start, processor, {count}", ("start, processor", count))
+
+
+def print_flatness(floor, program, least, most):
+    ratio, plain = (subject.median(("start", most)) / subject.median(("start", least)) for subject in (program, floor))
+    print(f"start with {most} against {least}: {ratio:.2f} (limit {START_LIMIT}), the floor's {plain:.2f}", flush=True)
+
+
+def print_use(floor, program):
     compare(floor, program, "key to first change", "key", USE_LIMIT)
     compare(floor, program, "key to settled picture", "key, settled")
     compare(floor, program, "first summons", "first summons")
     compare(floor, program, "later summonses", "summons", USE_LIMIT)
     compare(floor, program, "later summonses, settled", "summons, settled")
+
+
+def print_rest(floor, program):
     for state in ("visible", "hidden"):
         own, plain = program.median(f"memory, {state}"), floor.median(f"memory, {state}")
         print_row(f"memory {state}, MiB", plain, own, f"{own - plain:.1f} more (limit {MEMORY_LIMIT})")
@@ -188,13 +193,16 @@ def measure(options, binaries, corpora):
         os.environ["XDG_DATA_DIRS"] = str(corpora[count])
         floor.command = [str(binaries / "toolkit_floor"), str(corpora[count])]
         measure_starts(binaries, (floor, program), count, options.starts)
+        print_starts(floor, program, count)
+    print_flatness(floor, program, min(corpora), max(corpora))
     if MIDDLE in corpora:
         for _ in range(options.uses):
             for subject in (floor, program):
                 measure_use(binaries, subject, 6)
+        print_use(floor, program)
         for subject in (floor, program):
             measure_rest(binaries, subject)
-    print_table(floor, program, sorted(corpora))
+        print_rest(floor, program)
 
 
 def main():
@@ -219,7 +227,7 @@ def main():
             if renderer != "default":
                 os.environ["QT_QUICK_BACKEND"] = renderer
             before = os.getloadavg()[0]
-            print(f"Renderer: {renderer}")
+            print(f"Renderer: {renderer}", flush=True)
             measure(options, options.binaries.absolute(), corpora)
             print(f"Load: {before:.1f} before, {os.getloadavg()[0]:.1f} after\n", flush=True)
     finally:
