@@ -138,7 +138,8 @@ QStringList InotifyFolderWatch::takeOver(Targets targets, PolledPaths polled, co
     QStringList unsure;
     for (const auto &[watch, target] : targets) {
         const auto [begin, end] = m_targets.equal_range(watch);
-        const bool isKept = std::any_of(begin, end, [&wanted = target](const auto &old) { return old.second == wanted; });
+        const bool isKept =
+            std::any_of(begin, end, [&wanted = target](const auto &old) { return old.second == wanted; });
         if (!isKept && m_folders.contains(target.folder))
             addOnce(unsure, target.folder);
     }
