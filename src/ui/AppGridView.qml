@@ -17,7 +17,8 @@ Item {
             top: parent.top
         }
         window: root.hostWindow
-        afterSearch: tileGrid
+        endWidth: windowButtons.width + 16
+        onMaximizeToggled: windowButtons.toggleMaximized()
         Component.onCompleted: searchField.requestFocus()
     }
 
@@ -32,6 +33,17 @@ Item {
         visible: !root.isLoading
         hostWindow: root.hostWindow
         onEscapedUp: header.searchField.requestFocus()
+    }
+
+    // After the grid, so that Tab goes from the search field to the tiles.
+    WindowButtons {
+        id: windowButtons
+        anchors {
+            right: parent.right
+            rightMargin: 16
+            verticalCenter: header.verticalCenter
+        }
+        window: root.hostWindow
     }
 
     Presence {

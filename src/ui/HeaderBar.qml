@@ -2,24 +2,19 @@ import QtQuick
 import Quillbay.Ui
 import Quillbay.Vocabulary
 
-/*! The window's own header: the search field in the middle, the window's buttons at the end. Dragging it moves the
-    window, a double click maximises it. */
+/*! The window's own header with the search field in the middle. Dragging it moves the
+    window, a double click asks for it to be maximised. */
 Item {
     id: root
 
     required property Window window
     property alias searchField: searchField
-    /*! What Tab reaches from the search field. */
-    property Item afterSearch: null
+    /*! How much of the header's end the window's buttons take. */
+    property real endWidth: 0
+
+    signal maximizeToggled
 
     implicitHeight: 64
-
-    function toggleMaximized() {
-        if (root.window.visibility === Window.Maximized)
-            root.window.showNormal();
-        else
-            root.window.showMaximized();
-    }
 
     PointHandler {
         id: dragPoint
@@ -40,39 +35,12 @@ Item {
     TapHandler {
         acceptedButtons: Qt.LeftButton
         gesturePolicy: TapHandler.DragThreshold
-        onDoubleTapped: root.toggleMaximized()
+        onDoubleTapped: root.maximizeToggled()
     }
 
     SearchField {
         id: searchField
         anchors.centerIn: parent
-        KeyNavigation.tab: root.afterSearch
-        width: Math.min(implicitWidth, root.width - 2 * (buttons.width + buttons.anchors.rightMargin + 16))
-    }
-
-    Row {
-        id: buttons
-        anchors {
-            right: parent.right
-            rightMargin: 16
-            verticalCenter: parent.verticalCenter
-        }
-        spacing: 8
-
-        WindowButton {
-            symbol: "minus"
-            label: qsTr("Minimize")
-            onClicked: root.window.showMinimized()
-        }
-        WindowButton {
-            symbol: "square"
-            label: root.window.visibility === Window.Maximized ? qsTr("Restore") : qsTr("Maximize")
-            onClicked: root.toggleMaximized()
-        }
-        WindowButton {
-            symbol: "xmark"
-            label: qsTr("Close")
-            onClicked: root.window.close()
-        }
+        width: Math.min(implicitWidth, root.width - 2 * (root.endWidth + 16))
     }
 }
