@@ -42,7 +42,7 @@ public:
     void setSearchFocusTrigger(bool trigger);
 
     /// Recomputes `filteredApps` from the library as it stands. A result that looks the same assigns nothing.
-    void updateFilteredApps();
+    Q_INVOKABLE void updateFilteredApps();
 
     /// Opens an application of the library. A failure is printed; the user sees that nothing came.
     void launchApp(const AppItem &app);

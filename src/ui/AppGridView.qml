@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbay.Ui
-import Quillbay.Vocabulary
 
 /*! Everything in the window: the header with the search field, and below it the applications. */
 Item {
@@ -8,6 +9,9 @@ Item {
 
     required property Window hostWindow
     readonly property bool isLoading: ViewModel.appFinder.isScanning && ViewModel.appFinder.isEmpty
+
+    readonly property bool searchFocusTrigger: ViewModel.searchFocusTrigger
+    onSearchFocusTriggerChanged: header.searchField.requestFocus()
 
     HeaderBar {
         id: header
@@ -63,12 +67,6 @@ Item {
             header.searchField.requestFocus();
         }
         function onQuillbaySearchFocusRequested() {
-            header.searchField.requestFocus();
-        }
-    }
-    Connections {
-        target: ViewModel
-        function onSearchFocusTriggerChanged() {
             header.searchField.requestFocus();
         }
     }

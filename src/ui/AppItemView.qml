@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbay.Ui
 import Quillbay.Vocabulary
@@ -79,7 +81,7 @@ Item {
             active: root.hover > 0
             sourceComponent: Component {
                 PictureItem {
-                    image: Artwork.plate(90, 20, Theme.primary, Screen.devicePixelRatio)
+                    picture: Artwork.plate(90, 20, Theme.primary, Screen.devicePixelRatio)
                     opacity: Math.min(1, root.hover)
                 }
             }

@@ -1,5 +1,6 @@
 #include "ui/Artwork.h"
 
+#include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QRadialGradient>
@@ -42,7 +43,7 @@ QImage finished(QImage image)
 
 } // namespace
 
-QImage Artwork::plate(qreal edge, qreal radius, const QColor &primary, qreal ratio) const
+QVariant Artwork::plate(qreal edge, qreal radius, const QColor &primary, qreal ratio) const
 {
     QImage image = canvas(edge, ratio);
     QPainter painter(&image);
@@ -55,13 +56,13 @@ QImage Artwork::plate(qreal edge, qreal radius, const QColor &primary, qreal rat
     return finished(image);
 }
 
-QImage Artwork::ring(qreal edge, qreal stroke, const QColor &from, const QColor &to, qreal ratio) const
+QVariant Artwork::ring(qreal edge, qreal stroke, const QColor &from, const QColor &to, qreal ratio) const
 {
     return arc(edge, stroke, 360, from, to, ratio);
 }
 
-QImage Artwork::arc(qreal edge, qreal stroke, qreal degrees, const QColor &from, const QColor &to,
-                    qreal ratio) const
+QVariant Artwork::arc(qreal edge, qreal stroke, qreal degrees, const QColor &from, const QColor &to,
+                      qreal ratio) const
 {
     QImage image = canvas(edge, ratio);
     QPainter painter(&image);
@@ -78,8 +79,8 @@ QImage Artwork::arc(qreal edge, qreal stroke, qreal degrees, const QColor &from,
     return finished(image);
 }
 
-QImage Artwork::glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,
-                            const QColor &glowColor, qreal ratio) const
+QVariant Artwork::glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,
+                              const QColor &glowColor, qreal ratio) const
 {
     QImage image = canvas(edge, ratio);
     QPainter painter(&image);

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QColor>
-#include <QFont>
-#include <QImage>
 #include <QObject>
+#include <QVariant>
 #include <QtQmlIntegration>
 
 namespace quillbay {
@@ -22,17 +21,17 @@ public:
     using QObject::QObject;
 
     /// The plate behind a tile's icon: rounded square, diagonal gradient and hairline in shades of `primary`.
-    Q_INVOKABLE QImage plate(qreal edge, qreal radius, const QColor &primary, qreal ratio) const;
+    Q_INVOKABLE QVariant plate(qreal edge, qreal radius, const QColor &primary, qreal ratio) const;
     /// A full circle, stroked from `from` at the top left to `to` at the bottom right.
-    Q_INVOKABLE QImage ring(qreal edge, qreal stroke, const QColor &from, const QColor &to,
-                            qreal ratio) const;
+    Q_INVOKABLE QVariant ring(qreal edge, qreal stroke, const QColor &from, const QColor &to,
+                              qreal ratio) const;
     /// A segment of a circle of `degrees`, with round ends.
-    Q_INVOKABLE QImage arc(qreal edge, qreal stroke, qreal degrees, const QColor &from, const QColor &to,
-                           qreal ratio) const;
+    Q_INVOKABLE QVariant arc(qreal edge, qreal stroke, qreal degrees, const QColor &from, const QColor &to,
+                             qreal ratio) const;
     /// A filled disc of diameter `disc` with a glow of `glow` (standard deviation of its blur); `edge`
     /// includes the glow.
-    Q_INVOKABLE QImage glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,
-                                   const QColor &glowColor, qreal ratio) const;
+    Q_INVOKABLE QVariant glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,
+                                     const QColor &glowColor, qreal ratio) const;
 };
 
 } // namespace quillbay

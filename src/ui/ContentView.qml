@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbay.Ui
 import Quillbay.Vocabulary
@@ -7,7 +9,7 @@ Window {
 
     readonly property bool framed: visibility !== Window.Maximized && visibility !== Window.FullScreen
 
-    title: Qt.application.displayName
+    title: qsTr("Quillbay")
     color: Theme.windowBackground
     flags: Qt.Window | Qt.FramelessWindowHint
 

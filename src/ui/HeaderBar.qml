@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbay.Ui
-import Quillbay.Vocabulary
 
 /*! The window's own header with the search field in the middle. Dragging it moves the
     window, a double click asks for it to be maximised. */

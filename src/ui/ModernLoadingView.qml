@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbay.Ui
 import Quillbay.Vocabulary
@@ -23,7 +25,7 @@ Item {
             PictureItem {
                 id: ring
                 anchors.fill: parent
-                image: Artwork.ring(80, 4, Theme.fade(Theme.blue, 0.6), Theme.fade(Theme.purple, 0.6), root.ratio * 1.25)
+                picture: Artwork.ring(80, 4, Theme.fade(Theme.blue, 0.6), Theme.fade(Theme.purple, 0.6), root.ratio * 1.25)
                 ParallelAnimation {
                     running: root.visible && !Theme.reducedMotion
                     loops: Animation.Infinite
@@ -36,7 +38,7 @@ Item {
                 anchors.centerIn: parent
                 width: 60
                 height: 60
-                image: Artwork.arc(60, 3, 252, Theme.blue, Theme.purple, root.ratio)
+                picture: Artwork.arc(60, 3, 252, Theme.blue, Theme.purple, root.ratio)
                 NumberAnimation on rotation {
                     running: root.visible && !Theme.reducedMotion
                     from: 0
@@ -50,7 +52,7 @@ Item {
                 anchors.centerIn: parent
                 width: 80
                 height: 80
-                image: Artwork.glowingDisc(80, 32, 8, Theme.blue, Theme.cyan, Theme.fade(Theme.blue, 0.5), root.ratio * 1.1)
+                picture: Artwork.glowingDisc(80, 32, 8, Theme.blue, Theme.cyan, Theme.fade(Theme.blue, 0.5), root.ratio * 1.1)
                 SequentialAnimation {
                     running: root.visible && !Theme.reducedMotion
                     loops: Animation.Infinite

@@ -11,13 +11,14 @@ PictureItem::PictureItem(QQuickItem *parent)
     setFlag(ItemHasContents);
 }
 
-void PictureItem::setImage(const QImage &image)
+void PictureItem::setPicture(const QVariant &picture)
 {
+    const QImage image = picture.value<QImage>();
     if (image.cacheKey() == m_image.cacheKey())
         return;
     m_image = image;
     m_textureIsOld = true;
-    Q_EMIT imageChanged();
+    Q_EMIT pictureChanged();
     update();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QImage>
 #include <QQuickItem>
+#include <QVariant>
 
 namespace quillbay {
 
@@ -10,17 +11,18 @@ namespace quillbay {
 class PictureItem : public QQuickItem
 {
     Q_OBJECT
-    Q_PROPERTY(QImage image READ image WRITE setImage NOTIFY imageChanged)
+    /// A QImage, typed as what QML knows.
+    Q_PROPERTY(QVariant picture READ picture WRITE setPicture NOTIFY pictureChanged)
     QML_ELEMENT
 
 public:
     explicit PictureItem(QQuickItem *parent = nullptr);
 
-    QImage image() const { return m_image; }
-    void setImage(const QImage &image);
+    QVariant picture() const { return m_image; }
+    void setPicture(const QVariant &picture);
 
 Q_SIGNALS:
-    void imageChanged();
+    void pictureChanged();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;

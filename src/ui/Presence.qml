@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! Holds a view that comes and goes by opacity and scale. The view exists only from its coming to the end of its going,

@@ -45,6 +45,13 @@ public:
     static NotificationCenter *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
 };
 
+struct ObservableObjectType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::ObservableObject)
+    QML_ANONYMOUS
+};
+
 struct AppFinderType
 {
     Q_GADGET

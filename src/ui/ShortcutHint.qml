@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! A key combination as the desktop writes it, on a small plate. */

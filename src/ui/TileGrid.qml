@@ -1,6 +1,7 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Quillbay.Ui
-import Quillbay.Vocabulary
 
 /*! The applications as a grid of tiles. Tab reaches it, arrows move inside it, Return or Space launches. */
 GridView {

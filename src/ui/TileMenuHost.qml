@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 
 /*! Makes the tiles' context menu when it is first asked for. */
 Loader {

@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 import QtQuick.Templates as T
 import Quillbay.Vocabulary
 
@@ -12,7 +13,7 @@ T.MenuItem {
     leftPadding: 12
     rightPadding: 12
 
-    Accessible.onPressAction: click()
+    Accessible.onPressAction: root.click()
 
     contentItem: Text {
         text: root.text

@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! Scrolls a view by the wheel: in a smooth glide for notches, directly for touch pads. With a mouse over it the view

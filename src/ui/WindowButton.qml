@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! A round button of the window's header. */

@@ -1,5 +1,6 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
-import Quillbay.Ui
 
 /*! The edges and corners by which a window without a frame of the desktop's is resized. */
 Item {
