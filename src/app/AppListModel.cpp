@@ -26,7 +26,7 @@ void AppListModel::setItems(const QList<AppItem> &items)
         replaceMiddle(items);
     }
     for (int row = 0; row < count(); ++row) {
-        if (!looksSame(m_items[row], items[row])) {
+        if (!looksSame(m_items.at(row), items.at(row))) {
             m_items[row] = items[row];
             Q_EMIT dataChanged(index(row), index(row), {NameRole, CategoryRole});
         }

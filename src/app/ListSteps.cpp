@@ -22,26 +22,36 @@ void append(std::vector<ListStep> &steps, ListStep::Kind kind, int row, int sour
     steps.push_back({kind, row, 1, source});
 }
 
-} // namespace
-
-std::optional<std::vector<ListStep>> listSteps(const QList<AppItem> &from, const QList<AppItem> &to, int most)
+/// Paths of one scan share their storage, which tells most of them equal without reading them.
+bool same(const AppItem &a, const AppItem &b)
 {
-    QSet<QString> staying;
-    if (!from.isEmpty() && !to.isEmpty()) {
-        staying.reserve(to.size());
-        for (const AppItem &item : to)
-            staying.insert(item.path);
-    }
+    return a.path.constData() == b.path.constData() || a.path == b.path;
+}
+
+/// Whether `part` is `whole` with something left out.
+bool isPartOf(const QList<AppItem> &part, const QList<AppItem> &whole)
+{
+    qsizetype found = 0;
+    for (qsizetype i = 0; i < whole.size() && found < part.size(); ++i)
+        found += same(whole[i], part[found]) ? 1 : 0;
+    return found == part.size();
+}
+
+/// Walks both lists; `leaves` tells of an item of `from` that is not the next of `to` whether it goes.
+template <typename Leaves>
+std::optional<std::vector<ListStep>> walk(const QList<AppItem> &from, const QList<AppItem> &to, int most,
+                                          Leaves leaves)
+{
     std::vector<ListStep> steps;
     int row = 0;
     qsizetype old = 0;
     qsizetype next = 0;
     while (old < from.size() || next < to.size()) {
-        if (old < from.size() && next < to.size() && from[old].path == to[next].path) {
+        if (old < from.size() && next < to.size() && same(from[old], to[next])) {
             ++old;
             ++next;
             ++row;
-        } else if (old < from.size() && !staying.contains(from[old].path)) {
+        } else if (old < from.size() && leaves(from[old])) {
             append(steps, ListStep::Kind::Remove, row, 0);
             ++old;
         } else if (next < to.size()) {
@@ -55,6 +65,22 @@ std::optional<std::vector<ListStep>> listSteps(const QList<AppItem> &from, const
             return std::nullopt;
     }
     return steps;
+}
+
+} // namespace
+
+std::optional<std::vector<ListStep>> listSteps(const QList<AppItem> &from, const QList<AppItem> &to, int most)
+{
+    // A query that grows or shrinks by a letter: no need to look up what stays.
+    if (isPartOf(to, from))
+        return walk(from, to, most, [](const AppItem &) { return true; });
+    if (isPartOf(from, to))
+        return walk(from, to, most, [](const AppItem &) { return false; });
+    QSet<QString> staying;
+    staying.reserve(to.size());
+    for (const AppItem &item : to)
+        staying.insert(item.path);
+    return walk(from, to, most, [&staying](const AppItem &item) { return !staying.contains(item.path); });
 }
 
 } // namespace quillbay

@@ -40,7 +40,6 @@ QuillbayApp::~QuillbayApp() = default;
 
 void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
 {
-    m_appFinder.setIconPixelSize(int(std::ceil(tileIconEdge * window.effectiveDevicePixelRatio())));
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
     m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});

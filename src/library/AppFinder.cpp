@@ -37,9 +37,15 @@ void AppFinder::handOver(QList<AppItem> found)
     Q_EMIT scanFinished();
 }
 
+void AppFinder::setIconPixelSize(int edge)
+{
+    m_iconPixelSize = edge;
+    prefetchIcons();
+}
+
 void AppFinder::prefetchIcons() const
 {
-    if (m_iconPixelSize <= 0)
+    if (m_iconPixelSize <= 0 || m_apps.isEmpty())
         return;
     QStringList paths;
     paths.reserve(m_apps.size());

@@ -48,9 +48,10 @@ public:
     /// of a burst of changes. Main thread, once, after the first `scanApps`.
     void startMonitoring();
 
-    /// The edge, in device pixels, at which the grid shows icons: what a finished scan fetches ahead. 0
-    /// fetches nothing.
-    void setIconPixelSize(int edge) { m_iconPixelSize = edge; }
+    /// The edge, in device pixels, at which the grid shows icons. From now on they are fetched ahead: those
+    /// of all applications known, and after each scan those of what it found. Until then, and at 0, nothing
+    /// is.
+    void setIconPixelSize(int edge);
 
     /// Milliseconds of silence in the application folders before a rescan.
     static constexpr int rescanDelay = 1000;

@@ -1,11 +1,13 @@
 #include "ui/AppIconView.h"
 
+#include <QCache>
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGNode>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace quillbay {
 
@@ -21,6 +23,20 @@ struct ShadowLook
 constexpr ShadowLook resting{4, 2, 0.1};
 constexpr ShadowLook lifted{12, 6, 0.2};
 
+/// Shadows that every tile shows, by picture: scrolling and typing bring the same ones again and again.
+constexpr int keptShadows = 256;
+
+IconShadow restingShadow(const QImage &icon, qreal edge)
+{
+    thread_local QCache<std::pair<qint64, qreal>, IconShadow> cache(keptShadows);
+    const std::pair key(icon.cacheKey(), edge);
+    if (const IconShadow *kept = cache.object(key))
+        return *kept;
+    const IconShadow shadow = iconShadow(icon, edge, resting.radius, resting.offset, resting.opacity);
+    cache.insert(key, new IconShadow(shadow));
+    return shadow;
+}
+
 QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
 {
     QSGImageNode *node = window->createImageNode();
@@ -35,7 +51,9 @@ QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
 
 /// Two shadows below the icon, each behind an opacity of its own. The lifted one exists once the pointer has
 /// been there.
-class AppIconView::Node : public QSGNode
+/// A transform node for the software renderer, which places what is added below a plain node later at the
+/// window's origin.
+class AppIconView::Node : public QSGTransformNode
 {
 public:
     Node()
@@ -62,7 +80,7 @@ public:
         m_icon = imageNode(window, icon);
         m_icon->setFlag(QSGNode::OwnedByParent, false);
         appendChildNode(m_icon);
-        m_resting.show(window, iconShadow(icon, edge, resting.radius, resting.offset, resting.opacity));
+        m_resting.show(window, restingShadow(icon, edge));
     }
 
     void setLift(QQuickWindow *window, const QImage &icon, qreal edge, qreal lift)

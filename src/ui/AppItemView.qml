@@ -76,15 +76,11 @@ Item {
         height: 90
         scale: (1 + 0.08 * root.hover) * (1 - root.press) + 0.95 * root.press
 
-        Loader {
+        PictureItem {
             anchors.fill: parent
-            active: root.hover > 0
-            sourceComponent: Component {
-                PictureItem {
-                    picture: Artwork.plate(90, 20, Theme.primary, Screen.devicePixelRatio)
-                    opacity: Math.min(1, root.hover)
-                }
-            }
+            visible: root.hover > 0
+            picture: visible ? Artwork.plate(90, 20, Theme.primary, Screen.devicePixelRatio) : undefined
+            opacity: Math.min(1, root.hover)
         }
         AppIconView {
             x: 5
@@ -129,14 +125,9 @@ Item {
         elide: Text.ElideRight
     }
 
-    Loader {
-        anchors.fill: parent
-        active: root.focused
-        sourceComponent: Component {
-            FocusRing {
-                cornerRadius: 20
-            }
-        }
+    FocusRing {
+        cornerRadius: 20
+        visible: root.focused
     }
 
     MouseArea {

@@ -13,7 +13,10 @@ T.MenuItem {
     leftPadding: 12
     rightPadding: 12
 
-    Accessible.onPressAction: root.click()
+    Accessible.onPressAction: {
+        root.menu.dismiss();
+        root.triggered();
+    }
 
     contentItem: Text {
         text: root.text

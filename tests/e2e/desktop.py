@@ -62,8 +62,10 @@ class Desktop:
         assert os.environ["DBUS_SESSION_BUS_ADDRESS"], "the session bus did not start"
         # The bus's daemons need the machine's own data; what is listed is the test's alone.
         os.environ["XDG_DATA_DIRS"] = str(self.home / "empty")
-        self.run("openbox")
-        wait_until(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), 20,
+        machine = {**os.environ, "XDG_DATA_DIRS": "/usr/local/share:/usr/share"}
+        self.run("openbox", env=machine)  # it ends without its theme
+        # The last thing it sets once it manages windows.
+        wait_until(lambda: "_NET_CLIENT_LIST(WINDOW)" in self.output("xprop", "-root", "_NET_CLIENT_LIST"), 20,
                    "no window manager")
 
     def run(self, *command, **options):

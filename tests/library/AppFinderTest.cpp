@@ -131,8 +131,11 @@ TEST_F(AppFinderTest, FetchesIconsAheadOnlyOnceItKnowsTheirSize)
     ASSERT_TRUE(scan());
     EXPECT_TRUE(fakes.icons->askedPaths().isEmpty());
     finder.setIconPixelSize(80);
-    ASSERT_TRUE(scan());
     EXPECT_TRUE(QTest::qWaitFor([&] { return fakes.icons->askedPaths().size() == 2; }));
+    fakes.applications->setApplications({app("A", "/icons/a"), app("C", "/icons/c")});
+    ASSERT_TRUE(scan());
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return fakes.icons->askedPaths().contains(QLatin1String("/icons/c")); }));
     AppIconLoader::shutDown();
 }
 
