@@ -50,6 +50,8 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
 {
     platform::Platform platform = platform::createPlatform();
     AppIconLoader::setSource(platform.icons.get());
+    QObject::connect(platform.appearance.get(), &platform::Appearance::iconThemeChanged, &application,
+                     &AppIconLoader::invalidate);
     PreferenceStore preferences;
     NotificationCenter notifications;
     Theme theme(*platform.appearance, *platform.windowEffects);
