@@ -103,12 +103,15 @@ class FirstLight(unittest.TestCase):
 
         with self.subTest("a second start brings it back"):
             program.click(program.find("push button", "Clear search"))
+            program.click(program.find("push button", "Maximize"))
+            wait_until(lambda: program.frame_size() == (1440, 900), PATIENCE, "the window is not maximised")
             program.click(program.find("push button", "Close"))
             wait_until(lambda: not program.is_on_screen(), PATIENCE, "the window is still there")
             second = subprocess.run([BINARY], stdin=subprocess.DEVNULL, timeout=PATIENCE, check=False)
             self.assertEqual(second.returncode, 0)
             wait_until(program.is_on_screen, PATIENCE, "the window did not come back")
             wait_until(program.search_focused, PATIENCE, "the search field does not have the keyboard")
+            self.assertEqual(program.frame_size(), (1440, 900), "it comes back as it went")
 
         with self.subTest("Control+Q ends it, and what it launched lives on"):
             desktop.xdotool("key", "--clearmodifiers", "ctrl+q")

@@ -116,6 +116,11 @@ class Program:
         field = next((n for n in self.nodes() if n.get_name() == "Search Apps..."), None)
         return bool(field) and field.get_state_set().contains(self.atspi.StateType.FOCUSED)
 
+    def frame_size(self):
+        frame = next(iter(self.nodes("frame")), None)
+        box = frame.get_extents(self.atspi.CoordType.SCREEN) if frame else None
+        return (box.width, box.height) if box else None
+
     # Hands
 
     def click(self, node, button="1"):

@@ -28,7 +28,7 @@ void NoWindowEffects::bringToFront(QWindow *window, const QString &)
     if (!window)
         return;
     window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->show();
+    window->setVisible(true); // show() would make a maximised window a normal one
     window->raise();
     window->requestActivate();
 }

@@ -23,7 +23,7 @@ void WaylandWindowEffects::bringToFront(QWindow *window, const QString &activati
     if (!window)
         return;
     window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->show();
+    window->setVisible(true); // show() would make a maximised window a normal one
     window->raise();
     if (!activationToken.isEmpty())
         qputenv(tokenVariable, activationToken.toUtf8());

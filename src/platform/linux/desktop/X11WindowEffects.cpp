@@ -151,7 +151,7 @@ void X11WindowEffects::bringToFront(QWindow *window, const QString &activationTo
     if (!window)
         return;
     window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->show();
+    window->setVisible(true); // show() would make a maximised window a normal one
     window->raise();
     window->requestActivate();
 
