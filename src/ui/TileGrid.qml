@@ -72,6 +72,14 @@ GridView {
         height: root.cellHeight - root.rowSpacing
         focused: GridView.isCurrentItem && root.activeFocus
         onContextMenuRequested: (x, y) => tileMenu.popUpFor(this, x, y)
+        onIsHoveringChanged: {
+            if (isHovering) {
+                help.text = name;
+                help.target = this;
+            } else if (help.target === this) {
+                help.target = null;
+            }
+        }
     }
 
     FontMetrics {
@@ -80,6 +88,11 @@ GridView {
             pixelSize: 12
             weight: Font.Medium
         }
+    }
+    HelpText {
+        id: help
+        parent: root
+        z: 1
     }
     TileMenuHost {
         id: tileMenu
