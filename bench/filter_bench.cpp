@@ -5,11 +5,15 @@
 // hears of them. As beside a screen, one listener asks the list anew for the rows that the first page shows.
 
 #include "app/QuillbayViewModel.h"
+#include "foundation/NotificationCenter.h"
+#include "foundation/PreferenceStore.h"
 #include "platform/none/NoApplications.h"
 #include "platform/none/NoDesktop.h"
+#include "workspaces/WorkspaceManager.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -116,7 +120,12 @@ int main(int argc, char **argv)
     const MadeApplications source;
     platform::NoFolderWatch watch;
     platform::NoApplicationLauncher launcher;
-    AppFinder finder(source, watch);
+    platform::NoRecentDocuments documents;
+    const QTemporaryDir folder;
+    const PreferenceStore preferences(folder.filePath(QStringLiteral("preferences.sqlite")));
+    NotificationCenter notifications;
+    WorkspaceManager workspaces(preferences, notifications);
+    AppFinder finder({source, watch, documents, preferences, workspaces, notifications});
     QEventLoop loop;
     QObject::connect(&finder, &AppFinder::scanFinished, &loop, &QEventLoop::quit);
     QuillbayViewModel viewModel(finder, launcher);

@@ -11,9 +11,11 @@
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
 #include "platform/Platform.h"
+#include "platform/RecentDocuments.h"
 #include "platform/WindowEffects.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
+#include "workspaces/WorkspaceManager.h"
 
 #include <QGuiApplication>
 
@@ -55,7 +57,8 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     PreferenceStore preferences;
     NotificationCenter notifications;
     Theme theme(*platform.appearance, *platform.windowEffects);
-    QuillbayApp app(platform, service, preferences, notifications);
+    WorkspaceManager workspaces(preferences, notifications);
+    QuillbayApp app(platform, service, preferences, workspaces, notifications);
     Screens screens(app.viewModel(), notifications);
     if (!screens.window())
         return 1;

@@ -10,6 +10,7 @@
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
 #include "platform/Platform.h"
+#include "platform/RecentDocuments.h"
 #include "platform/WindowEffects.h"
 
 #include <QQuickWindow>
@@ -26,12 +27,14 @@ constexpr int tileIconEdge = 80;
 } // namespace
 
 QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationService &service,
-                         PreferenceStore &preferences, NotificationCenter &notifications)
+                         PreferenceStore &preferences, WorkspaceManager &workspaces,
+                         NotificationCenter &notifications)
     : m_platform(platform)
     , m_service(service)
     , m_preferences(preferences)
     , m_notifications(notifications)
-    , m_appFinder(*platform.applications, *platform.folderWatch)
+    , m_appFinder({*platform.applications, *platform.folderWatch, *platform.recentDocuments, preferences,
+                   workspaces, notifications})
     , m_viewModel(m_appFinder, *platform.launcher)
 {
 }

@@ -15,6 +15,7 @@ class AppDelegate;
 class MainWindow;
 class NotificationCenter;
 class PreferenceStore;
+class WorkspaceManager;
 
 namespace platform {
 class ApplicationService;
@@ -33,7 +34,8 @@ public:
     /// Creates the library and the view model, which starts the first scan: early, so that the disk is read
     /// while the window is being made. All arguments must outlive this object.
     QuillbayApp(platform::Platform &platform, platform::ApplicationService &service,
-                PreferenceStore &preferences, NotificationCenter &notifications);
+                PreferenceStore &preferences, WorkspaceManager &workspaces,
+                NotificationCenter &notifications);
     ~QuillbayApp() override;
 
     QuillbayViewModel &viewModel() { return m_viewModel; }

@@ -1,16 +1,21 @@
 #include "library/AppFinder.h"
 
+#include "foundation/NotificationCenter.h"
 #include "library/AppIconLoader.h"
 #include "platform/ApplicationSource.h"
 #include "platform/FolderWatch.h"
+#include "platform/RecentDocuments.h"
+
+#include <QDateTime>
 
 namespace quillbay {
 
-AppFinder::AppFinder(const platform::ApplicationSource &source, platform::FolderWatch &watch, QObject *parent)
+AppFinder::AppFinder(const Surroundings &surroundings, QObject *parent)
     : ObservableObject(parent)
-    , m_source(source)
-    , m_watch(watch)
+    , m_surroundings(surroundings)
 {
+    if (!m_surroundings.now)
+        m_surroundings.now = [] { return double(QDateTime::currentMSecsSinceEpoch()) / 1000; };
     // Overlapping scans must not wait for each other: the later one sees more.
     m_pool.setMaxThreadCount(2);
     m_pool.setExpiryTimeout(1000);
@@ -18,23 +23,50 @@ AppFinder::AppFinder(const platform::ApplicationSource &source, platform::Folder
     m_rescanTimer.setInterval(rescanDelay);
     m_rescanTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_rescanTimer, &QTimer::timeout, this, &AppFinder::rescan);
+    loadHiddenApps();
+    loadHiddenFolders();
+    connect(&m_surroundings.notifications, &NotificationCenter::quillbayWorkspaceChanged, this,
+            &AppFinder::reloadWorkspace);
+    connect(&m_surroundings.recentDocuments, &platform::RecentDocuments::gathered, this,
+            &AppFinder::processRecentFiles);
+    connect(&m_surroundings.recentDocuments, &platform::RecentDocuments::changed, this,
+            &AppFinder::fetchRecentFiles);
 }
 
 AppFinder::~AppFinder()
 {
     m_rescanTimer.stop();
+    m_surroundings.recentDocuments.stop();
     m_pool.clear();
     m_pool.waitForDone();
 }
 
-void AppFinder::handOver(QList<AppItem> found)
+void AppFinder::handOver(ScannedLibrary found)
 {
-    publish(m_apps, std::move(found), &AppFinder::appsChanged);
+    publish(m_library, std::move(found), &AppFinder::appsChanged);
     prefetchIcons();
+    loadSortOption();
+    updateNewlyAddedApps();
+    loadRecents();
+    loadFavorites();
+    loadFolders();
+    loadNewlyAdded();
+    fetchRecentFiles();
     setIsScanning(false);
     if (m_isMonitoring)
-        m_watch.watch(m_source.folders());
+        m_surroundings.folderWatch.watch(m_surroundings.applications.folders());
     Q_EMIT scanFinished();
+}
+
+void AppFinder::reloadWorkspace()
+{
+    loadSortOption();
+    updateNewlyAddedApps();
+    loadRecents();
+    loadFavorites();
+    loadFolders();
+    loadNewlyAdded();
+    sendResult();
 }
 
 void AppFinder::setIconPixelSize(int edge)
@@ -45,11 +77,11 @@ void AppFinder::setIconPixelSize(int edge)
 
 void AppFinder::prefetchIcons() const
 {
-    if (m_iconPixelSize <= 0 || m_apps.isEmpty())
+    if (m_iconPixelSize <= 0 || apps().isEmpty())
         return;
     QStringList paths;
-    paths.reserve(m_apps.size());
-    for (const AppItem &app : m_apps)
+    paths.reserve(apps().size());
+    for (const AppItem &app : apps())
         paths.append(app.path);
     AppIconLoader::prefetchIcons(paths, m_iconPixelSize);
 }

@@ -18,22 +18,26 @@ AppItem appItem(platform::InstalledApplication &&found)
     app.searchKey = searchKey(found.name);
     app.name = std::move(found.name);
     app.path = std::move(found.path);
+    app.urlString = fileURL(app.path);
+    app.fileCreated = found.created;
+    app.fileModified = found.modified;
     app.sortKey = std::move(found.sortKey);
     return app;
 }
 
 } // namespace
 
-QList<AppItem> readApplications(const platform::ApplicationSource &source)
+ScannedLibrary readApplications(const platform::ApplicationSource &source)
 {
     std::vector<platform::InstalledApplication> found = source.scan();
     std::stable_sort(found.begin(), found.end(),
                      [](const auto &a, const auto &b) { return a.sortKey < b.sortKey; });
-    QList<AppItem> apps;
-    apps.reserve(qsizetype(found.size()));
+    ScannedLibrary library;
+    library.apps.reserve(qsizetype(found.size()));
     for (platform::InstalledApplication &application : found)
-        apps.append(appItem(std::move(application)));
-    return apps;
+        library.apps.append(appItem(std::move(application)));
+    library.index = AppIndex(library.apps);
+    return library;
 }
 
 void AppFinder::scanApps()
@@ -41,7 +45,7 @@ void AppFinder::scanApps()
     QMetaObject::invokeMethod(
         this, [this] { setIsScanning(true); }, Qt::QueuedConnection);
     m_pool.start([this] {
-        QList<AppItem> found = readApplications(m_source);
+        ScannedLibrary found = readApplications(m_surroundings.applications);
         QMetaObject::invokeMethod(
             this, [this, found = std::move(found)]() mutable { handOver(std::move(found)); },
             Qt::QueuedConnection);
@@ -51,8 +55,8 @@ void AppFinder::scanApps()
 void AppFinder::startMonitoring()
 {
     m_isMonitoring = true;
-    connect(&m_watch, &platform::FolderWatch::changed, this, &AppFinder::scheduleRescan);
-    const int watched = m_watch.watch(m_source.folders());
+    connect(&m_surroundings.folderWatch, &platform::FolderWatch::changed, this, &AppFinder::scheduleRescan);
+    const int watched = m_surroundings.folderWatch.watch(m_surroundings.applications.folders());
     printLine(QStringLiteral("📡 Monitoring %1 directories for app changes").arg(watched));
 }
 

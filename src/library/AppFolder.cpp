@@ -1,7 +1,7 @@
 #include "library/AppFolder.h"
 
-#include "library/JsonFields.h"
-#include "library/Uuid.h"
+#include "foundation/JsonFields.h"
+#include "foundation/Uuid.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/Decoding.h"
+#include "foundation/Decoding.h"
 
 #include <QByteArray>
 #include <QHashFunctions>

@@ -4,6 +4,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -24,6 +25,9 @@ struct InstalledApplication
     /// Binary sort key of `name` in the collation of the current locale, case ignored: `memcmp` order is the
     /// order of names.
     QByteArray sortKey;
+    /// When the file was made and last written: seconds since 1970, not a number where it is not known.
+    double created = std::numeric_limits<double>::quiet_NaN();
+    double modified = std::numeric_limits<double>::quiet_NaN();
 };
 
 /// What one application says about itself beyond the scan: enough to launch it and to find its icon.

@@ -11,6 +11,7 @@ class ApplicationSource;
 class FolderWatch;
 class GlobalHotkey;
 class IconSource;
+class RecentDocuments;
 class WindowEffects;
 
 /// All services of the running desktop, each behind its interface. `main` makes one and owns it.
@@ -25,6 +26,7 @@ struct Platform
     std::unique_ptr<IconSource> icons;
     std::unique_ptr<ApplicationLauncher> launcher;
     std::unique_ptr<FolderWatch> folderWatch;
+    std::unique_ptr<RecentDocuments> recentDocuments;
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;

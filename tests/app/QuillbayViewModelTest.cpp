@@ -1,6 +1,6 @@
 #include "app/QuillbayViewModel.h"
 
-#include "support/FakePlatform.h"
+#include "support/TestLibrary.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -11,6 +11,7 @@
 using namespace quillbay;
 using quillbay::testing::FakeApplicationSource;
 using quillbay::testing::FakePlatform;
+using quillbay::testing::TestLibrary;
 
 namespace {
 
@@ -24,7 +25,6 @@ class QuillbayViewModelTest : public ::testing::Test
 {
 protected:
     QuillbayViewModelTest()
-        : finder(*fakes.applications, *fakes.folderWatch)
     {
         fakes.applications->setApplications({app("Mail"), app("Maps"), app("Files"), app("Firefox")});
         model = std::make_unique<QuillbayViewModel>(finder, *fakes.launcher);
@@ -39,15 +39,11 @@ protected:
             names.append(item.name);
         return names.join(QLatin1Char(' '));
     }
-    bool rescan()
-    {
-        QSignalSpy finished(&finder, &AppFinder::scanFinished);
-        finder.scanApps();
-        return finished.wait();
-    }
+    bool rescan() { return library.scan(); }
 
-    FakePlatform fakes;
-    AppFinder finder;
+    TestLibrary library;
+    FakePlatform &fakes = library.fakes;
+    AppFinder &finder = *library.finder;
     std::unique_ptr<QuillbayViewModel> model;
 };
 

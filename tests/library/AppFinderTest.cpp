@@ -1,7 +1,7 @@
 #include "library/AppFinder.h"
 
 #include "library/AppIconLoader.h"
-#include "support/FakePlatform.h"
+#include "support/TestLibrary.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -12,6 +12,7 @@
 using namespace quillbay;
 using quillbay::testing::FakeApplicationSource;
 using quillbay::testing::FakePlatform;
+using quillbay::testing::TestLibrary;
 
 namespace {
 
@@ -24,18 +25,12 @@ class AppFinderTest : public ::testing::Test
 {
 protected:
     AppFinderTest()
-        : finder(*fakes.applications, *fakes.folderWatch)
     {
         fakes.applications->setFolders(
             {QStringLiteral("/Applications"), QStringLiteral("/usr/share/applications")});
     }
 
-    bool scan()
-    {
-        QSignalSpy finished(&finder, &AppFinder::scanFinished);
-        finder.scanApps();
-        return finished.wait();
-    }
+    bool scan() { return library.scan(); }
     QStringList paths() const
     {
         QStringList list;
@@ -44,8 +39,9 @@ protected:
         return list;
     }
 
-    FakePlatform fakes;
-    AppFinder finder;
+    TestLibrary library;
+    FakePlatform &fakes = library.fakes;
+    AppFinder &finder = *library.finder;
 };
 
 } // namespace
@@ -141,13 +137,13 @@ TEST_F(AppFinderTest, FetchesIconsAheadOnlyOnceItKnowsTheirSize)
 
 TEST(AppFinder, CanEndDuringAScan)
 {
-    FakePlatform fakes;
+    TestLibrary library;
+    FakePlatform &fakes = library.fakes;
     fakes.applications->setApplications({app("A", "/a")});
     fakes.applications->scanGate.close();
-    auto finder = std::make_unique<AppFinder>(*fakes.applications, *fakes.folderWatch);
-    finder->scanApps();
+    library.finder->scanApps();
     ASSERT_TRUE(QTest::qWaitFor([&] { return fakes.applications->scanCount() == 1; }));
     fakes.applications->scanGate.open();
-    finder.reset();
+    library.finder.reset();
     QCoreApplication::processEvents();
 }

@@ -1,10 +1,10 @@
+#include "foundation/Uuid.h"
 #include "library/AppFolder.h"
 #include "library/AppItem.h"
 #include "library/AppSortOption.h"
 #include "library/FileItem.h"
 #include "library/GridItemIdentifier.h"
 #include "library/SidebarSelection.h"
-#include "library/Uuid.h"
 
 #include <QSet>
 

@@ -4,6 +4,7 @@
 #include "platform/ApplicationService.h"
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
+#include "platform/RecentDocuments.h"
 #include "platform/WindowEffects.h"
 
 #include <QPointer>
@@ -46,6 +47,27 @@ public:
 
     void trigger(const QString &folder) { Q_EMIT changed(folder); }
     int watch(const QStringList &watched) override;
+};
+
+/// A record whose queries the test answers with `answer`.
+class FakeRecentDocuments final : public platform::RecentDocuments
+{
+public:
+    using RecentDocuments::RecentDocuments;
+
+    struct Query
+    {
+        double cutoff;
+        int most;
+    };
+    std::vector<Query> queries;
+    int stops = 0;
+
+    void answer(const QList<platform::RecentDocument> &documents) { Q_EMIT gathered(documents); }
+    void change() { Q_EMIT changed(); }
+
+    void query(double cutoff, int most) override { queries.push_back({cutoff, most}); }
+    void stop() override { ++stops; }
 };
 
 /// A key that the test presses. With a `refusal` set, registering fails with it.

@@ -17,6 +17,7 @@ struct FakePlatform
     FakeIconSource *icons = nullptr;
     FakeLauncher *launcher = nullptr;
     FakeFolderWatch *folderWatch = nullptr;
+    FakeRecentDocuments *recentDocuments = nullptr;
     FakeAppearance *appearance = nullptr;
     FakeWindowEffects *windowEffects = nullptr;
     FakeGlobalHotkey *hotkey = nullptr;

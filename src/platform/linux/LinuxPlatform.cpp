@@ -10,6 +10,7 @@
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
+#include "platform/none/NoDesktop.h"
 
 #include <utility>
 
@@ -36,6 +37,7 @@ Platform createPlatform()
     platform.applications = std::move(applications);
     platform.icons = std::move(icons);
     platform.folderWatch = std::make_unique<InotifyFolderWatch>();
+    platform.recentDocuments = std::make_unique<NoRecentDocuments>();
     platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());

@@ -14,6 +14,17 @@ int NoFolderWatch::watch(const QStringList &)
     return 0;
 }
 
+void NoRecentDocuments::query(double, int)
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this, query = ++m_query] {
+            if (query == m_query)
+                Q_EMIT gathered({});
+        },
+        Qt::QueuedConnection);
+}
+
 void NoGlobalHotkey::registerKey(QKeyCombination)
 {
     QMetaObject::invokeMethod(

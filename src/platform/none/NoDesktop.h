@@ -4,6 +4,7 @@
 #include "platform/ApplicationService.h"
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
+#include "platform/RecentDocuments.h"
 #include "platform/WindowEffects.h"
 
 namespace quillbay::platform {
@@ -36,6 +37,19 @@ public:
     using FolderWatch::FolderWatch;
 
     int watch(const QStringList &folders) override;
+};
+
+/// A desktop that keeps no record: every query ends with nothing.
+class NoRecentDocuments final : public RecentDocuments
+{
+public:
+    using RecentDocuments::RecentDocuments;
+
+    void query(double cutoff, int most) override;
+    void stop() override { ++m_query; }
+
+private:
+    int m_query = 0;
 };
 
 /// Never available; asked all the same, it fails.

@@ -1,4 +1,4 @@
-#include "library/Uuid.h"
+#include "foundation/Uuid.h"
 
 namespace quillbay {
 

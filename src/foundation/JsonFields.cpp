@@ -1,6 +1,6 @@
-#include "library/JsonFields.h"
+#include "foundation/JsonFields.h"
 
-#include "library/Uuid.h"
+#include "foundation/Uuid.h"
 
 #include <cmath>
 

@@ -1,0 +1,1 @@
+# Folders, grid order, ranked search and recent documents.

@@ -1,0 +1,1 @@
+# Recents, favourites, sorting, newly added and hidden applications.
