@@ -55,13 +55,14 @@ struct ApplicationDetails
 /// Which applications are installed, and what each says about itself.
 ///
 /// Thread: every function may be called from any thread, several at a time; a call works on values and keeps
-/// nothing. Bad input (unreadable, truncated, not text, enormous, not a regular file) is skipped silently.
+/// nothing but the list of `folders`. Bad input (unreadable, truncated, not text, enormous, not a regular file) is skipped silently.
 class ApplicationSource
 {
 public:
     virtual ~ApplicationSource() = default;
 
-    /// The folders that are read, in scan order, whether they exist or not. A watch looks at the same list.
+    /// The folders that are read, in scan order, whether they exist or not; then those below them that the
+    /// scan that ended last has read. Cheap. A watch looks at the same list, taken anew after each scan.
     virtual QStringList folders() const = 0;
 
     /// Every application that the desktop would show, in scan order: folder by folder, unsorted, not

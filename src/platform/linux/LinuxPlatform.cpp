@@ -23,7 +23,7 @@ std::unique_ptr<ApplicationService> createApplicationService()
 
 Platform createPlatform()
 {
-    auto applications = std::make_unique<LinuxApplicationSource>(LinuxApplicationSource::fromEnvironment());
+    auto applications = std::make_unique<LinuxApplicationSource>(ApplicationEnvironment::fromEnvironment());
     auto icons = std::make_unique<DesktopIconSource>(*applications);
     auto appearance = std::make_unique<PortalAppearance>(sessionBus());
     // The platform ends the appearance before the icons.

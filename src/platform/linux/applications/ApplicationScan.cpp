@@ -99,10 +99,11 @@ bool leaveDescriptorTable()
 
 } // namespace
 
-std::vector<InstalledApplication> scanApplications(const ApplicationEnvironment &environment)
+ApplicationScan scanApplications(const ApplicationEnvironment &environment)
 {
     const CollationKey::Maker sortKey;
     ScanQueue queue;
+    QStringList subfolders;
     const auto work = [&] {
         Worker worker(environment, sortKey);
         while (ScanTask *task = queue.take())
@@ -120,11 +121,12 @@ std::vector<InstalledApplication> scanApplications(const ApplicationEnvironment 
         } catch (const std::system_error &) {
             // No more threads to be had: those there are, and this one, do it.
         }
-        listApplications(environment, [&queue](ScanBatch &&batch) { queue.add(std::move(batch)); });
+        subfolders =
+            listApplications(environment, [&queue](ScanBatch &&batch) { queue.add(std::move(batch)); });
         queue.close();
         work();
     }
-    return queue.found();
+    return {queue.found(), std::move(subfolders)};
 }
 
 } // namespace quillbay::platform

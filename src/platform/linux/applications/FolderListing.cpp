@@ -115,10 +115,15 @@ public:
             struct stat status = {};
             if (!children || ::fstat(children.descriptor(), &status) != 0)
                 continue;
-            if (visited.emplace(status.st_dev, status.st_ino).second)
-                listEntryFolder(children, pending);
+            if (!visited.emplace(status.st_dev, status.st_ino).second)
+                continue;
+            if (pending.front().depth > 0 && m_subfolders.size() < MostSubfolders)
+                m_subfolders.append(QString::fromStdString(pending.front().path).chopped(1));
+            listEntryFolder(children, pending);
         }
     }
+
+    QStringList takeSubfolders() { return std::move(m_subfolders); }
 
 private:
     struct Pending
@@ -186,13 +191,14 @@ private:
 
     const std::function<void(ScanBatch &&)> &m_take;
     IdSet m_ids;
+    QStringList m_subfolders;
     ScanBatch m_batch; ///< What was listed since the last was handed over.
 };
 
 } // namespace
 
-void listApplications(const ApplicationEnvironment &environment,
-                      const std::function<void(ScanBatch &&)> &take)
+QStringList listApplications(const ApplicationEnvironment &environment,
+                             const std::function<void(ScanBatch &&)> &take)
 {
     Lister lister(take);
     for (const QString &folder : environment.systemBundleDirs)
@@ -200,6 +206,7 @@ void listApplications(const ApplicationEnvironment &environment,
     lister.listBundles(environment.userBundleDir(), true);
     for (const QString &folder : environment.entryDirs())
         lister.listEntries(folder);
+    return lister.takeSubfolders();
 }
 
 } // namespace quillbay::platform

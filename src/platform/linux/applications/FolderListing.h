@@ -3,6 +3,8 @@
 #include "platform/linux/applications/ApplicationEnvironment.h"
 #include "platform/linux/applications/BoundedFile.h"
 
+#include <QStringList>
+
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -41,7 +43,12 @@ struct ScanBatch
 ///
 /// Names that are not UTF-8 are passed over: no `QString` can hold them. Every folder is read once per entry
 /// folder, however many links lead there, and not below a depth of 32. What cannot be listed is passed over.
-void listApplications(const ApplicationEnvironment &environment,
-                      const std::function<void(ScanBatch &&)> &take);
+///
+/// Returns the subfolders of entry folders that were read, as they were reached, `MostSubfolders` at most.
+QStringList listApplications(const ApplicationEnvironment &environment,
+                             const std::function<void(ScanBatch &&)> &take);
+
+/// Watching all of them takes a fraction of the watches that the system grants a user.
+inline constexpr qsizetype MostSubfolders = 256;
 
 } // namespace quillbay::platform

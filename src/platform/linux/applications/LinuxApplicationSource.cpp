@@ -7,6 +7,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QMutexLocker>
 
 #include <utility>
 
@@ -64,13 +65,17 @@ LinuxApplicationSource LinuxApplicationSource::fromEnvironment()
 
 QStringList LinuxApplicationSource::folders() const
 {
+    const QMutexLocker lock(&m_mutex);
     return m_environment.systemBundleDirs + QStringList(m_environment.userBundleDir()) +
-           m_environment.entryDirs();
+           m_environment.entryDirs() + m_subfolders;
 }
 
 std::vector<InstalledApplication> LinuxApplicationSource::scan() const
 {
-    return scanApplications(m_environment);
+    ApplicationScan scan = scanApplications(m_environment);
+    const QMutexLocker lock(&m_mutex);
+    m_subfolders = std::move(scan.subfolders);
+    return std::move(scan.applications);
 }
 
 std::optional<ApplicationDetails> LinuxApplicationSource::read(const QString &path) const

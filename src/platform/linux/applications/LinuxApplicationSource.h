@@ -3,6 +3,8 @@
 #include "platform/ApplicationSource.h"
 #include "platform/linux/applications/ApplicationEnvironment.h"
 
+#include <QMutex>
+
 namespace quillbay::platform {
 
 /// Desktop entries, application bundles and AppImages of a Linux desktop.
@@ -15,7 +17,8 @@ public:
     explicit LinuxApplicationSource(ApplicationEnvironment environment);
     static LinuxApplicationSource fromEnvironment();
 
-    /// `/Applications`, `/System/Applications`, `~/Applications`, then the folders of desktop entries.
+    /// `/Applications`, `/System/Applications`, `~/Applications`, then the folders of desktop entries, then
+    /// their subfolders as the scan that ended last found them.
     QStringList folders() const override;
     std::vector<InstalledApplication> scan() const override;
     /// Tells the three kinds apart by the extension. An entry that is hidden now is still read.
@@ -25,7 +28,9 @@ private:
     QString desktopFileId(const QString &path) const;
     std::optional<ApplicationDetails> readEntry(const QString &path) const;
 
-    ApplicationEnvironment m_environment;
+    const ApplicationEnvironment m_environment;
+    mutable QMutex m_mutex;
+    mutable QStringList m_subfolders; ///< Of the scan that ended last; guarded by the mutex.
 };
 
 } // namespace quillbay::platform

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <ctime>
 #include <utility>
 
 #include <sys/stat.h>
@@ -21,6 +22,7 @@ Q_LOGGING_CATEGORY(log, "quillbay.platform.watching")
 constexpr std::uint32_t watchMask = IN_CLOSE_WRITE | IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE |
                                     IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 constexpr std::uint32_t goneMask = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_IGNORED;
+constexpr time_t lately = 10;
 constexpr char flatpakStampName[] = ".changed";
 
 bool isExhausted(int error)
@@ -35,6 +37,16 @@ QString flatpakInstallation(const QString &folder)
     if (!folder.endsWith(QLatin1String("/flatpak") + exports))
         return {};
     return folder.chopped(exports.size());
+}
+
+/// False also where its clock or ours was set back since: better than a report each time.
+bool changedLately(const QString &folder)
+{
+    struct stat status = {};
+    if (::stat(QFile::encodeName(folder).constData(), &status) != 0)
+        return false;
+    const time_t age = ::time(nullptr) - status.st_mtim.tv_sec;
+    return age >= -1 && age <= lately;
 }
 
 void addOnce(QStringList &list, const QString &item)
@@ -73,15 +85,19 @@ int InotifyFolderWatch::watch(const QStringList &folders)
 
     Targets targets;
     PolledPaths polled;
+    QStringList joined;
     int count = 0;
     for (const QString &folder : std::as_const(wanted)) {
-        if (add(folder, {folder, {}}, targets, polled) != Added::Skipped)
+        if (add(folder, {folder, {}}, targets, polled) != Added::Skipped) {
             ++count;
+            if (!m_folders.isEmpty() && !m_folders.contains(folder) && changedLately(folder))
+                joined.append(folder);
+        }
         const QString installation = flatpakInstallation(folder);
         if (!installation.isEmpty())
             add(installation, {folder, flatpakStampName}, targets, polled);
     }
-    const QStringList unsure = takeOver(std::move(targets), std::move(polled), wanted);
+    const QStringList unsure = takeOver(std::move(targets), std::move(polled), wanted) + joined;
     if (!unsure.isEmpty())
         QMetaObject::invokeMethod(
             this, [this, unsure] { report(unsure); }, Qt::QueuedConnection);

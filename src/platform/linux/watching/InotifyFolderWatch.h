@@ -49,7 +49,8 @@ public:
     ~InotifyFolderWatch() override;
 
     /// A folder of the previous list whose watch had to be made anew is reported as changed, later than this
-    /// returns: it may have changed between the caller's reading of it and this call.
+    /// returns: it may have changed between the caller's reading of it and this call. So is one that joins a
+    /// list and changed within the last ten seconds, longer than reading the folders takes.
     int watch(const QStringList &folders) override;
 
 private:
