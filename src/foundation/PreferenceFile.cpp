@@ -329,6 +329,23 @@ PreferenceFile::Value PreferenceFile::read(const QString &domain, const QString 
     return value;
 }
 
+std::optional<QByteArray> PreferenceFile::readText(const QString &domain, const QString &key,
+                                                   QLatin1StringView type, const QByteArray &known)
+{
+    std::optional<QByteArray> text;
+    const auto bind = [&](Statement &statement) {
+        text.reset();
+        statement.bindText(1, domain).bindText(2, key).bindText(3, QString(type));
+    };
+    run(&Connection::select, bind, [&](Statement &row) {
+        if (row.type(0) != Statement::Type::Text)
+            return;
+        const QByteArrayView found = row.utf8(0);
+        text = found == known ? known : found.toByteArray();
+    });
+    return text;
+}
+
 bool PreferenceFile::write(const QString &domain, const QString &key, QLatin1StringView type,
                            const Value &value)
 {

@@ -47,6 +47,10 @@ public:
     PreferenceFile &operator=(const PreferenceFile &) = delete;
 
     Value read(const QString &domain, const QString &key, QLatin1StringView type);
+    /// The UTF-8 of a row that holds text, as it stands there; `known` itself, and no copy, where it is the
+    /// same.
+    std::optional<QByteArray> readText(const QString &domain, const QString &key, QLatin1StringView type,
+                                       const QByteArray &known);
     /// Both answer whether the change is committed to the file.
     bool write(const QString &domain, const QString &key, QLatin1StringView type, const Value &value);
     bool remove(const QString &domain, const QString &key);

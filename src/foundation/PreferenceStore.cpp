@@ -3,11 +3,15 @@
 #include "foundation/PreferenceFile.h"
 
 #include <QDir>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
+#include <variant>
 
 namespace quillbay {
 
@@ -27,26 +31,119 @@ std::optional<T> as(const PreferenceFile::Value &value)
     return held ? std::optional(*held) : std::nullopt;
 }
 
-QJsonDocument jsonOf(const PreferenceFile::Value &value)
+std::optional<QStringList> stringArrayOf(const QJsonDocument &json)
 {
-    const QString *text = std::get_if<QString>(&value);
-    return text ? QJsonDocument::fromJson(text->toUtf8()) : QJsonDocument();
+    const QJsonArray array = json.array();
+    if (!json.isArray() ||
+        !std::all_of(array.begin(), array.end(), [](const QJsonValue &v) { return v.isString(); }))
+        return {};
+    QStringList strings;
+    strings.reserve(array.size());
+    for (const QJsonValue &value : array)
+        strings.append(value.toString());
+    return strings;
 }
 
-QString textOf(const QJsonDocument &json)
+std::optional<QJsonObject> dictionaryOf(const QJsonDocument &json)
 {
-    return QString::fromUtf8(json.toJson(QJsonDocument::Compact));
+    return json.isObject() ? std::optional(json.object()) : std::nullopt;
+}
+
+QByteArray textOf(const QStringList &value)
+{
+    return QJsonDocument(QJsonArray::fromStringList(value)).toJson(QJsonDocument::Compact);
+}
+
+QByteArray textOf(const QJsonObject &value)
+{
+    return QJsonDocument(value).toJson(QJsonDocument::Compact);
+}
+
+/// Whether decoding what is written of a value surely gives the same value.
+bool survivesWriting(const QStringList &value)
+{
+    return std::all_of(value.begin(), value.end(), [](const QString &s) { return s.isValidUtf16(); });
+}
+
+bool survivesWriting(const QJsonObject &value)
+{
+    for (auto entry = value.begin(); entry != value.end(); ++entry) {
+        if (!entry.key().isValidUtf16() || !entry->isDouble() || !std::isfinite(entry->toDouble()))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
 
+/// The file, and arrays and dictionaries as they were when last read or written. These are not believed: each
+/// stands beside the text that it is the value of, and counts while the file has that text.
+struct PreferenceStore::Connection
+{
+    struct Known
+    {
+        QByteArray text;
+        std::variant<std::monostate, QStringList, QJsonObject> value;
+    };
+    using Place = std::pair<QString, QString>; ///< Domain and key.
+
+    explicit Connection(const QString &path)
+        : file(path)
+    {
+    }
+
+    template <typename T>
+    std::optional<T> read(const Place &place, QLatin1StringView type,
+                          std::optional<T> (*decode)(const QJsonDocument &))
+    {
+        const Known last = known.value(place);
+        const std::optional<QByteArray> text = file.readText(place.first, place.second, type, last.text);
+        if (!text) {
+            known.remove(place);
+            return {};
+        }
+        const T *value = std::get_if<T>(&last.value);
+        if (value && isSame(*text, last.text))
+            return *value;
+        // By way of UTF-16, which puts U+FFFD in the place of what is no UTF-8.
+        std::optional<T> decoded = decode(QJsonDocument::fromJson(QString::fromUtf8(*text).toUtf8()));
+        if (decoded)
+            known.insert(place, {*text, *decoded});
+        return decoded;
+    }
+
+    template <typename T>
+    bool write(const Place &place, QLatin1StringView type, const T &value)
+    {
+        const Known last = known.value(place);
+        const T *kept = std::get_if<T>(&last.value);
+        if (kept && *kept == value) {
+            const std::optional<QByteArray> text = file.readText(place.first, place.second, type, last.text);
+            if (text && isSame(*text, last.text))
+                return !file.isInMemory();
+        }
+        const QByteArray text = textOf(value);
+        if (survivesWriting(value))
+            known.insert(place, {text, value});
+        return file.write(place.first, place.second, type, QString::fromUtf8(text));
+    }
+
+    static bool isSame(const QByteArray &a, const QByteArray &b)
+    {
+        return a.constData() == b.constData() && a.size() == b.size();
+    }
+
+    PreferenceFile file;
+    QHash<Place, Known> known;
+};
+
 PreferenceStore::PreferenceStore(const QString &path)
-    : PreferenceStore(std::make_shared<PreferenceFile>(path), QStringLiteral("standard"))
+    : PreferenceStore(std::make_shared<Connection>(path), QStringLiteral("standard"))
 {
 }
 
-PreferenceStore::PreferenceStore(std::shared_ptr<PreferenceFile> file, const QString &domain)
-    : m_file(std::move(file))
+PreferenceStore::PreferenceStore(std::shared_ptr<Connection> connection, const QString &domain)
+    : m_connection(std::move(connection))
     , m_domain(domain)
 {
 }
@@ -62,89 +159,78 @@ QString PreferenceStore::defaultPath()
 
 PreferenceStore PreferenceStore::suite(const QString &name) const
 {
-    return PreferenceStore(m_file, name);
+    return PreferenceStore(m_connection, name);
 }
 
 std::optional<QByteArray> PreferenceStore::data(const QString &key) const
 {
-    return as<QByteArray>(m_file->read(m_domain, key, DataType));
+    return as<QByteArray>(m_connection->file.read(m_domain, key, DataType));
 }
 
 std::optional<QString> PreferenceStore::string(const QString &key) const
 {
-    return as<QString>(m_file->read(m_domain, key, StringType));
+    return as<QString>(m_connection->file.read(m_domain, key, StringType));
 }
 
 std::optional<QStringList> PreferenceStore::stringArray(const QString &key) const
 {
-    const QJsonDocument json = jsonOf(m_file->read(m_domain, key, StringArrayType));
-    const QJsonArray array = json.array();
-    if (!json.isArray() ||
-        !std::all_of(array.begin(), array.end(), [](const QJsonValue &v) { return v.isString(); }))
-        return {};
-    QStringList strings;
-    strings.reserve(array.size());
-    for (const QJsonValue &value : array)
-        strings.append(value.toString());
-    return strings;
+    return m_connection->read<QStringList>({m_domain, key}, StringArrayType, stringArrayOf);
 }
 
 std::optional<QJsonObject> PreferenceStore::dictionary(const QString &key) const
 {
-    const QJsonDocument json = jsonOf(m_file->read(m_domain, key, DictionaryType));
-    return json.isObject() ? std::optional(json.object()) : std::nullopt;
+    return m_connection->read<QJsonObject>({m_domain, key}, DictionaryType, dictionaryOf);
 }
 
 std::optional<bool> PreferenceStore::boolean(const QString &key) const
 {
-    const auto number = as<qint64>(m_file->read(m_domain, key, BooleanType));
+    const auto number = as<qint64>(m_connection->file.read(m_domain, key, BooleanType));
     return number ? std::optional(*number != 0) : std::nullopt;
 }
 
 std::optional<double> PreferenceStore::doubleValue(const QString &key) const
 {
-    return as<double>(m_file->read(m_domain, key, DoubleType));
+    return as<double>(m_connection->file.read(m_domain, key, DoubleType));
 }
 
 bool PreferenceStore::setData(const QString &key, const QByteArray &value)
 {
-    return m_file->write(m_domain, key, DataType, value);
+    return m_connection->file.write(m_domain, key, DataType, value);
 }
 
 bool PreferenceStore::setString(const QString &key, const QString &value)
 {
-    return m_file->write(m_domain, key, StringType, value);
+    return m_connection->file.write(m_domain, key, StringType, value);
 }
 
 bool PreferenceStore::setStringArray(const QString &key, const QStringList &value)
 {
-    return m_file->write(m_domain, key, StringArrayType,
-                         textOf(QJsonDocument(QJsonArray::fromStringList(value))));
+    return m_connection->write({m_domain, key}, StringArrayType, value);
 }
 
 bool PreferenceStore::setDictionary(const QString &key, const QJsonObject &value)
 {
-    return m_file->write(m_domain, key, DictionaryType, textOf(QJsonDocument(value)));
+    return m_connection->write({m_domain, key}, DictionaryType, value);
 }
 
 bool PreferenceStore::setBoolean(const QString &key, bool value)
 {
-    return m_file->write(m_domain, key, BooleanType, qint64(value ? 1 : 0));
+    return m_connection->file.write(m_domain, key, BooleanType, qint64(value ? 1 : 0));
 }
 
 bool PreferenceStore::setDouble(const QString &key, double value)
 {
-    return m_file->write(m_domain, key, DoubleType, value);
+    return m_connection->file.write(m_domain, key, DoubleType, value);
 }
 
 bool PreferenceStore::remove(const QString &key)
 {
-    return m_file->remove(m_domain, key);
+    return m_connection->file.remove(m_domain, key);
 }
 
 bool PreferenceStore::isInMemory() const
 {
-    return m_file->isInMemory();
+    return m_connection->file.isInMemory();
 }
 
 } // namespace quillbay

@@ -10,13 +10,13 @@
 
 namespace quillbay {
 
-class PreferenceFile;
-
 /// The user's preferences: typed values by key, in domains of their own: "standard", and the suites by their
 /// names.
 ///
 /// A read answers nothing where there is no value, or one of another type. Every read looks into the file, so
-/// it sees what another process wrote; it takes some microseconds.
+/// it sees what another process wrote; it takes some microseconds. Arrays and dictionaries are decoded anew
+/// only where their text has changed: the same text gives the same implicitly shared value, so that a value
+/// of thousands of entries costs a comparison of bytes, to read and to write again.
 ///
 /// A change is committed when the setter returns, and then survives the sudden end of the program, though the
 /// last ones perhaps not that of the machine. The setters answer whether it is on disk. They never throw, and
@@ -64,9 +64,11 @@ public:
     bool isInMemory() const;
 
 private:
-    PreferenceStore(std::shared_ptr<PreferenceFile> file, const QString &domain);
+    struct Connection;
 
-    std::shared_ptr<PreferenceFile> m_file;
+    PreferenceStore(std::shared_ptr<Connection> connection, const QString &domain);
+
+    std::shared_ptr<Connection> m_connection;
     QString m_domain;
 };
 

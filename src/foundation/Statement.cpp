@@ -120,8 +120,13 @@ double Statement::real(int column) const
 
 QString Statement::text(int column) const
 {
-    const auto *utf8 = reinterpret_cast<const char *>(sqlite3_column_text(m_handle.get(), column));
-    return QString::fromUtf8(utf8, utf8 ? sqlite3_column_bytes(m_handle.get(), column) : 0);
+    return QString::fromUtf8(utf8(column));
+}
+
+QByteArrayView Statement::utf8(int column) const
+{
+    const auto *bytes = reinterpret_cast<const char *>(sqlite3_column_text(m_handle.get(), column));
+    return {bytes, bytes ? sqlite3_column_bytes(m_handle.get(), column) : 0};
 }
 
 QByteArray Statement::blob(int column) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayView>
 #include <QString>
 
 #include <memory>
@@ -53,6 +54,8 @@ public:
     qint64 integer(int column) const;
     double real(int column) const;
     QString text(int column) const;
+    /// The text as it stands in the row, until the next `step` or `reset`.
+    QByteArrayView utf8(int column) const;
     QByteArray blob(int column) const;
 
     /// SQLite's extended result code of the first failure; 0 when there was none.

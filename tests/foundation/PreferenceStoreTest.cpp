@@ -163,13 +163,45 @@ TEST_F(PreferenceStoreTest, StoredValuesThatAreNotWhatTheirTypeSaysReadAsMissing
     PreferenceStore store(path());
     for (const QByteArray values :
          {"'data', 'text'", "'string', x'00'", "'stringArray', '[1]'", "'stringArray', '{}'",
-          "'stringArray', '[\"a'", "'dictionary', '[]'", "'dictionary', ''", "'boolean', 'true'",
-          "'double', NULL", "'other', 'text'"}) {
+          "'stringArray', ''", "'stringArray', '[\"a'", "'dictionary', '[]'", "'dictionary', ''",
+          "'boolean', 'true'", "'double', NULL", "'other', 'text'"}) {
         sql("INSERT OR REPLACE INTO preferences VALUES('standard', 'key', " + values + ")");
         EXPECT_EQ(readersThatFind(store, Key), QStringLiteral("------")) << values.constData();
     }
     EXPECT_TRUE(store.setBoolean(Key, true));
     EXPECT_EQ(store.boolean(Key), true);
+}
+
+TEST_F(PreferenceStoreTest, WhatIsRememberedOfAValueCountsOnlyWhileTheFileHasIt)
+{
+    const QStringList mine{QStringLiteral("mine")};
+    const QJsonObject dates{{Key, 1.5}};
+    PreferenceStore store(path());
+    PreferenceStore other(path());
+    store.setStringArray(Key, mine);
+    EXPECT_TRUE(store.stringArray(Key)->isSharedWith(*store.stringArray(Key))) << "decoded once";
+    other.setStringArray(Key, {});
+    EXPECT_EQ(store.stringArray(Key), QStringList());
+    other.setDictionary(Key, dates);
+    EXPECT_EQ(store.stringArray(Key), std::nullopt);
+    EXPECT_EQ(store.dictionary(Key), dates);
+    other.remove(Key);
+    EXPECT_TRUE(store.setDictionary(Key, dates)) << "the one it has just read";
+    EXPECT_EQ(other.dictionary(Key), dates);
+    other.setStringArray(Key, mine);
+    EXPECT_TRUE(store.setDictionary(Key, dates));
+    EXPECT_EQ(other.dictionary(Key), dates);
+}
+
+TEST_F(PreferenceStoreTest, WhatTextCannotHoldReadsAsItIsInTheFile)
+{
+    PreferenceStore store(path());
+    store.setDictionary(QStringLiteral("d"), {{Key, INFINITY}});
+    EXPECT_EQ(store.dictionary(QStringLiteral("d"))->value(Key), QJsonValue(QJsonValue::Null));
+    EXPECT_EQ(replaced, QStringList(QString(QChar::ReplacementCharacter)));
+    sql("INSERT OR REPLACE INTO preferences VALUES('standard', 'key', 'stringArray',"
+        " CAST(x'5b22ff225d' AS TEXT))");
+    EXPECT_EQ(store.stringArray(Key), QStringList(QString(QChar::ReplacementCharacter)));
 }
 
 TEST_F(PreferenceStoreTest, ALargeValueIsKept)
