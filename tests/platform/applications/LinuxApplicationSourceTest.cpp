@@ -2,12 +2,16 @@
 
 #include "support/TestHome.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
+#include <cmath>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace quillbay::platform {
 
@@ -155,6 +159,29 @@ TEST_F(LinuxApplicationSourceTest, EntriesComeFolderByFolderAndEarlierOnesShadow
     EXPECT_EQ(found.path, first);
     EXPECT_EQ(found.category, QStringLiteral("Games"));
     EXPECT_TRUE(found.categoryType.isNull());
+}
+
+TEST_F(LinuxApplicationSourceTest, TellsWhenTheFileOfEachWasMadeAndWritten)
+{
+    const double start = double(QDateTime::currentSecsSinceEpoch());
+    const QString real = entry("elsewhere/target.desktop");
+    QDir().mkpath(m_home.path(QStringLiteral("data/applications")));
+    QFile::link(real, m_home.path(QStringLiteral("data/applications/link.desktop")));
+    const QStringList files{entry("data/applications/a.desktop"), real, bundle("Applications/B.app", ""),
+                            m_home.write(QStringLiteral("home/Applications/I.AppImage"), "")};
+    constexpr time_t written = 1'000'000'000;
+    for (const QString &file : files) {
+        const timespec times[] = {{written, 0}, {written, 500'000'000}};
+        ASSERT_EQ(utimensat(AT_FDCWD, QFile::encodeName(file).constData(), times, 0), 0);
+    }
+    const auto found = scan();
+    ASSERT_EQ(found.size(), 4U);
+    for (const InstalledApplication &application : found) {
+        EXPECT_EQ(application.modified, written + 0.5) << application.path.toStdString();
+        EXPECT_TRUE(std::isnan(application.created) ||
+                    (application.created >= start - 1 && application.created < start + 600))
+            << application.created;
+    }
 }
 
 TEST_F(LinuxApplicationSourceTest, ManyEntriesKeepTheirOrderAndTheirKeysSortThem)
