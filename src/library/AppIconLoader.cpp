@@ -83,6 +83,11 @@ void AppIconLoader::setCacheLimit(qint64 bytes)
     AppIconReader::instance().setCacheLimit(bytes);
 }
 
+void AppIconLoader::setSecondLookDelay(std::chrono::milliseconds delay)
+{
+    AppIconReader::instance().setSecondLookDelay(delay);
+}
+
 void AppIconLoader::invalidate()
 {
     AppIconReader::instance().invalidate();

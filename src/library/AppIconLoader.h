@@ -6,6 +6,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <chrono>
+
 namespace quillbay {
 
 namespace platform {
@@ -44,6 +46,10 @@ public:
 
     /// Reads what the cache does not have of `paths`, at the lowest priority, and stops when the cache is
     /// full. Takes the place of an earlier request for that size.
+    ///
+    /// To be called after each scan: icons that were missing, of any size, are asked for again now and, since
+    /// an installer may write them after the application, once more after the second look's delay. Loaders
+    /// keep the generic icon meanwhile.
     static void prefetchIcons(const QStringList &paths, int pixelSize);
 
     /// The icon of "some application"; one shared image for each size.
@@ -55,6 +61,9 @@ public:
 
     /// Bounds the cache, 32 MiB unless set; icons that were not shown for longest give way.
     static void setCacheLimit(qint64 bytes);
+
+    /// Three seconds unless set.
+    static void setSecondLookDelay(std::chrono::milliseconds delay);
 
     /// Drops every icon, as another icon theme demands. Loaders read anew and keep their picture until then;
     /// an unfinished prefetch starts again.

@@ -16,6 +16,7 @@ namespace {
 constexpr qint64 usualCacheLimit = 32 * 1024 * 1024;
 constexpr int threadExpiryMilliseconds = 5000;
 constexpr qsizetype mostGenericSizes = 16;
+constexpr std::chrono::seconds usualSecondLookDelay(3);
 
 qint64 bytesOf(int pixelSize)
 {
@@ -44,6 +45,9 @@ AppIconReader::AppIconReader()
     m_prefetch.pool.setThreadPriority(QThread::LowPriority);
     for (QThreadPool *pool : {&m_visible.pool, &m_prefetch.pool})
         pool->setExpiryTimeout(threadExpiryMilliseconds);
+    m_secondLook.setSingleShot(true);
+    m_secondLook.setInterval(usualSecondLookDelay);
+    QObject::connect(&m_secondLook, &QTimer::timeout, &m_mainThread, [this] { askAgainForMissing(); });
 }
 
 AppIconReader::~AppIconReader()
@@ -64,9 +68,13 @@ void AppIconReader::remove(AppIconLoader *loader)
 
 QImage AppIconReader::cached(const AppIconKey &key)
 {
-    const QMutexLocker lock(&m_mutex);
-    const QImage *icon = m_cache.object(key);
-    return icon ? *icon : QImage();
+    {
+        const QMutexLocker lock(&m_mutex);
+        const QImage *icon = m_cache.object(key);
+        if (!icon || !icon->isNull())
+            return icon ? *icon : QImage();
+    }
+    return genericIcon(key.pixelSize);
 }
 
 void AppIconReader::read(const AppIconKey &key, AppIconLoader *loader)
@@ -103,9 +111,41 @@ void AppIconReader::prefetch(const QStringList &paths, int pixelSize)
 {
     if (pixelSize <= 0)
         return;
+    askAgainForMissing();
+    m_secondLook.start();
     const QMutexLocker lock(&m_mutex);
     std::erase_if(m_batches, [pixelSize](const Batch &batch) { return batch.pixelSize == pixelSize; });
     m_batches.push_back({paths, pixelSize, 0});
+    startPrefetching();
+}
+
+void AppIconReader::askAgainForMissing()
+{
+    QSet<AppIconKey> missing;
+    {
+        const QMutexLocker lock(&m_mutex);
+        // One that is waited for has just been read: its delivery, still to come, would end a second wait.
+        for (const AppIconKey &key : std::as_const(m_missing)) {
+            if (!m_waiting.contains(key))
+                missing.insert(key);
+        }
+        if (missing.isEmpty() || !m_source)
+            return;
+        m_missing.subtract(missing);
+        m_source->refresh();
+        QHash<int, QStringList> paths;
+        for (const AppIconKey &key : std::as_const(missing)) {
+            m_cache.remove(key);
+            paths[key.pixelSize].append(key.path);
+        }
+        for (auto size = paths.cbegin(); size != paths.cend(); ++size)
+            m_batches.push_back({*size, size.key(), 0});
+    }
+    for (const QPointer<AppIconLoader> &loader : copyOf(m_loaders)) {
+        if (loader && missing.contains({loader->path(), loader->pixelSize()}))
+            loader->request(true);
+    }
+    const QMutexLocker lock(&m_mutex);
     startPrefetching();
 }
 
@@ -192,8 +232,11 @@ void AppIconReader::finish(Urgency urgency, const Job &job, const QImage &icon)
     m_inProgress.remove(job.key);
     const bool fits = m_cache.totalCost() + icon.sizeInBytes() <= m_cache.maxCost();
     const bool isWaitedFor = m_waiting.contains(job.key);
-    if (urgency == Urgency::Visible || isWaitedFor || fits)
-        m_cache.insert(job.key, new QImage(icon), icon.sizeInBytes());
+    if (urgency == Urgency::Visible || isWaitedFor || fits) {
+        m_cache.insert(job.key, new QImage(icon), std::max<qsizetype>(icon.sizeInBytes(), 1));
+        if (icon.isNull())
+            m_missing.insert(job.key);
+    }
     if (!isWaitedFor)
         return;
     QMetaObject::invokeMethod(
@@ -215,7 +258,7 @@ void AppIconReader::deliver(const Job &job, const QImage &icon)
     for (const QPointer<AppIconLoader> &loader : loaders) {
         // What one loader's listeners do may destroy another, or give it another path.
         if (loader && AppIconKey{loader->path(), loader->pixelSize()} == job.key)
-            loader->setIcon(icon);
+            loader->setIcon(icon.isNull() ? genericIcon(job.key.pixelSize) : icon);
     }
 }
 
@@ -256,12 +299,18 @@ void AppIconReader::setCacheLimit(qint64 bytes)
     m_cache.setMaxCost(bytes);
 }
 
+void AppIconReader::setSecondLookDelay(std::chrono::milliseconds delay)
+{
+    m_secondLook.setInterval(delay);
+}
+
 void AppIconReader::invalidate()
 {
     {
         const QMutexLocker lock(&m_mutex);
         ++m_generation;
         m_cache.clear();
+        m_missing.clear();
         m_queue.clear();
         m_inProgress.clear();
         m_waiting.clear();
@@ -278,11 +327,13 @@ void AppIconReader::invalidate()
 
 void AppIconReader::shutDown()
 {
+    m_secondLook.stop();
     {
         const QMutexLocker lock(&m_mutex);
         m_source = nullptr;
         ++m_generation;
         m_cache.clear();
+        m_missing.clear();
         m_queue.clear();
         m_batches.clear();
         m_inProgress.clear();

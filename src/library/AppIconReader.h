@@ -8,7 +8,9 @@
 #include <QPointer>
 #include <QSet>
 #include <QThreadPool>
+#include <QTimer>
 
+#include <chrono>
 #include <deque>
 #include <optional>
 #include <vector>
@@ -34,6 +36,9 @@ struct AppIconKey
 /// prefetching; each has work only while something is queued, and ends its threads afterwards. A request that
 /// no loader waits for any more leaves the queue: fast scrolling does not read all it passes.
 ///
+/// An application without an icon gets the generic one of its size, and is asked again later: its icon may be
+/// installed after it.
+///
 /// Everything that was dropped by `invalidate` has an older generation and is ignored when it arrives.
 ///
 /// Thread: main thread; only the functions marked so run on the pools' threads.
@@ -55,6 +60,7 @@ public:
     QImage genericIcon(int pixelSize);
     void setSource(const platform::IconSource *source);
     void setCacheLimit(qint64 bytes);
+    void setSecondLookDelay(std::chrono::milliseconds delay);
     void invalidate();
     void shutDown();
 
@@ -90,12 +96,14 @@ private:
     std::optional<AppIconKey> takePrefetch();                         ///< With the mutex held.
     void finish(Urgency urgency, const Job &job, const QImage &icon); ///< On a pool's thread.
     void deliver(const Job &job, const QImage &icon);
+    void askAgainForMissing();
     bool hasRoomFor(int pixelSize) const;
 
     QMutex m_mutex; ///< Held for moments only. Guards all up to the pools.
     const platform::IconSource *m_source = nullptr;
     quint64 m_generation = 0;
-    QCache<AppIconKey, QImage> m_cache;
+    QCache<AppIconKey, QImage> m_cache; ///< Null images for those that are missing.
+    QSet<AppIconKey> m_missing;         ///< Came out without an icon.
     std::deque<AppIconKey> m_queue;
     std::deque<Batch> m_batches;
     QSet<AppIconKey> m_inProgress;
@@ -104,6 +112,7 @@ private:
     Work m_prefetch;
 
     QObject m_mainThread; ///< Where results are delivered.
+    QTimer m_secondLook;
     QSet<AppIconLoader *> m_loaders;
     QHash<AppIconLoader *, AppIconKey> m_wishes; ///< What each waiting loader waits for.
     QHash<int, QImage> m_genericIcons;

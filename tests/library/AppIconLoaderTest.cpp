@@ -1,6 +1,8 @@
 #include "library/AppIconLoader.h"
 
+#include "platform/linux/icons/DesktopIconSource.h"
 #include "support/FakeApplications.h"
+#include "support/TestHome.h"
 
 #include <QColor>
 #include <QCoreApplication>
@@ -8,6 +10,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -17,6 +20,7 @@
 namespace quillbay {
 namespace {
 
+using namespace std::chrono_literals;
 using ::testing::ElementsAre;
 
 constexpr int edge = 80;
@@ -36,6 +40,7 @@ protected:
         source.gate.open();
         AppIconLoader::shutDown();
         AppIconLoader::setCacheLimit(32 * 1024 * 1024);
+        AppIconLoader::setSecondLookDelay(3s);
     }
 
     static bool eventually(const std::function<bool()> &holds) { return QTest::qWaitFor(holds, 10000); }
@@ -247,6 +252,72 @@ TEST_F(AppIconLoaderTest, AnInterruptedPrefetchStartsAgain)
     AppIconLoader::invalidate();
     source.gate.open();
     EXPECT_TRUE(eventually([&] { return source.askedPaths().count(first) == 2; }));
+}
+
+class MissingIconTest : public AppIconLoaderTest
+{
+protected:
+    void SetUp() override
+    {
+        AppIconLoaderTest::SetUp();
+        AppIconLoader::setSecondLookDelay(1h);
+        AppIconLoader::prefetchIcons({c}, edge);
+        tile = loaderOf(a);
+        ASSERT_TRUE(eventually([&] { return color(*tile) == Qt::red; }));
+        source.setColor(a, QColor());
+        AppIconLoader::invalidate();
+        ASSERT_TRUE(eventually([&] { return isGeneric(*tile); }));
+        EXPECT_TRUE(isGeneric(*loaderOf(a)));
+        source.setColor(a, Qt::green); // installed
+    }
+
+    std::unique_ptr<AppIconLoader> tile;
+};
+
+TEST_F(MissingIconTest, IsAskedForAgainAfterAScan)
+{
+    show(b);
+    EXPECT_EQ(source.askedPaths().count(a), 2) << "only then";
+    AppIconLoader::prefetchIcons({b, c}, edge);
+    EXPECT_TRUE(eventually([&] { return color(*tile) == Qt::green; }));
+    EXPECT_EQ(source.askedPaths().count(a), 3);
+    EXPECT_EQ(source.askedPaths().count(b), 1) << "icons that are there are left alone";
+}
+
+TEST_F(MissingIconTest, IsAskedForOnceMoreALittleLater)
+{
+    QSignalSpy changes(tile.get(), &AppIconLoader::iconChanged);
+    AppIconLoader::setSecondLookDelay(1ms);
+    ASSERT_TRUE(eventually([&] { return color(*tile) == Qt::green; }));
+    EXPECT_EQ(changes.size(), 1);
+
+    source.setColor(a, QColor());
+    AppIconLoader::invalidate();
+    ASSERT_TRUE(eventually([&] { return isGeneric(*tile); }));
+    show(b);
+    EXPECT_EQ(source.askedPaths().count(a), 4) << "and then no more";
+}
+
+TEST_F(AppIconLoaderTest, AnIconInstalledAfterItsApplicationIsShown)
+{
+    const quillbay::testing::TestHome home;
+    quillbay::testing::FakeApplicationSource applications;
+    platform::ApplicationDetails details;
+    details.icon = QStringLiteral("late");
+    applications.setDetails(a, details);
+    const platform::DesktopIconSource desktop(applications);
+    AppIconLoader::setSource(&desktop);
+    const auto tile = loaderOf(a);
+    ASSERT_TRUE(eventually([&] { return applications.readPaths().contains(a); }));
+    const QString file = home.write(QStringLiteral(".local/share/icons/hicolor/96x96/apps/late.png"), {});
+    QImage picture(edge, edge, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(file));
+    EXPECT_TRUE(eventually([&] {
+        AppIconLoader::prefetchIcons({a}, edge);
+        return color(*tile) == Qt::red;
+    }));
+    AppIconLoader::shutDown();
 }
 
 TEST_F(AppIconLoaderTest, WaitsForASource)

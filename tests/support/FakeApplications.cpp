@@ -138,6 +138,8 @@ QImage FakeIconSource::icon(const QString &path, int edge) const
         color = m_colors.value(path, color);
     }
     gate.pass();
+    if (!color.isValid())
+        return {};
     QImage image(edge, edge, QImage::Format_ARGB32_Premultiplied);
     image.fill(color);
     return image;

@@ -68,8 +68,8 @@ public:
                 std::function<void(const platform::LaunchResult &)> done) override;
 };
 
-/// Icons are squares of one colour: the one set for the path, else one made from the path; the generic icon
-/// is grey. Thread: any.
+/// Icons are squares of one colour: the one set for the path (invalid: it has no icon), else one made from the
+/// path; the generic icon is grey. Thread: any.
 class FakeIconSource final : public platform::IconSource
 {
 public:

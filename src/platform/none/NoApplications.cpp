@@ -34,9 +34,9 @@ void NoApplicationLauncher::launch(const LaunchRequest &, std::function<void(con
         Qt::QueuedConnection);
 }
 
-QImage NoIconSource::icon(const QString &, int edge) const
+QImage NoIconSource::icon(const QString &, int) const
 {
-    return genericIcon(edge);
+    return {};
 }
 
 QImage NoIconSource::genericIcon(int edge) const

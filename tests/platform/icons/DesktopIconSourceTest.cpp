@@ -62,18 +62,30 @@ TEST_F(DesktopIconSourceTest, ABrokenFileGivesWayToTheNextBest)
     EXPECT_EQ(middle(iconOf(text("app"))), QColor(Qt::red));
 }
 
-TEST_F(DesktopIconSourceTest, EveryFailureGivesTheGenericIcon)
+TEST_F(DesktopIconSourceTest, WhatCannotBeReadIsNoIcon)
 {
     home.write(text("usr/share/icons/hicolor/48x48/apps/foo.png"), png(48, Qt::red));
     const QString broken = home.write(text("broken.png"), "broken");
-    const QImage generic = source.genericIcon(80);
-    EXPECT_EQ(generic.size(), QSize(80, 80));
-    EXPECT_EQ(source.icon(text("/not/there.desktop"), 80), generic);
+    EXPECT_TRUE(source.icon(text("/not/there.desktop"), 80).isNull());
     for (const QString &icon :
          {QString(), text("foo-bar"), text("missing"), broken, text("/not/there.png"), home.path()})
-        EXPECT_EQ(iconOf(icon), generic) << icon.toStdString();
-    EXPECT_EQ(source.icon(application, 0).size(), QSize(1, 1));
+        EXPECT_TRUE(iconOf(icon).isNull()) << icon.toStdString();
+    EXPECT_EQ(iconOf(text("foo"), 0).size(), QSize(1, 1));
     EXPECT_EQ(source.genericIcon(-5).size(), QSize(1, 1));
+}
+
+TEST_F(DesktopIconSourceTest, LooksAtTheDiskAgainWhenTold)
+{
+    const QString first = home.write(text("usr/share/icons/hicolor/48x48/apps/app.png"), png(48, Qt::red));
+    home.write(text("usr/share/pixmaps/app.png"), png(48, Qt::blue));
+    EXPECT_EQ(middle(iconOf(text("app"))), QColor(Qt::red));
+    EXPECT_TRUE(iconOf(text("late")).isNull());
+    home.write(text("usr/share/icons/hicolor/64x64/apps/late.png"), png(64, Qt::green));
+    source.refresh();
+    EXPECT_EQ(middle(iconOf(text("late"))), QColor(Qt::green));
+    ASSERT_TRUE(QFile::remove(first));
+    source.refresh();
+    EXPECT_EQ(middle(iconOf(text("app"))), QColor(Qt::blue)) << "the file has gone from where it was listed";
 }
 
 TEST_F(DesktopIconSourceTest, FollowsTheTheme)
@@ -179,20 +191,19 @@ TEST_F(AppImageTest, FollowsLinksToTheIconAndNoticesAnotherImage)
     EXPECT_EQ(middle(source.icon(pack(), 80)), QColor(Qt::green));
 }
 
-TEST_F(AppImageTest, GivesTheGenericIconWhereThereIsNone)
+TEST_F(AppImageTest, HasNoIconWhereThereIsNone)
 {
-    const QImage generic = source.genericIcon(80);
     home.write(text("image/other"), "x");
-    EXPECT_EQ(source.icon(pack(), 80), generic);
+    EXPECT_TRUE(source.icon(pack(), 80).isNull());
     ASSERT_TRUE(QFile::link(text("loop"), home.path(text("image/.DirIcon"))));
     ASSERT_TRUE(QFile::link(text(".DirIcon"), home.path(text("image/loop"))));
-    EXPECT_EQ(source.icon(pack(), 80), generic);
+    EXPECT_TRUE(source.icon(pack(), 80).isNull());
     QFile(home.path(text("image/.DirIcon"))).remove();
     home.write(text("image/.DirIcon"), png(16, Qt::red) + QByteArray(5 * 1024 * 1024, 'x'));
-    EXPECT_EQ(source.icon(pack(), 80), generic);
+    EXPECT_TRUE(source.icon(pack(), 80).isNull());
     const QString broken = home.write(text("Broken.AppImage"), elfHeader(64, 0, 0) + "hsqs and no more");
-    EXPECT_EQ(source.icon(broken, 80), generic);
-    EXPECT_EQ(source.icon(home.path(text("Missing.AppImage")), 80), generic);
+    EXPECT_TRUE(source.icon(broken, 80).isNull());
+    EXPECT_TRUE(source.icon(home.path(text("Missing.AppImage")), 80).isNull());
 }
 
 } // namespace

@@ -34,7 +34,7 @@ void DesktopIconSource::setTheme(const QString &name)
     m_index.setTheme(name);
 }
 
-void DesktopIconSource::refresh()
+void DesktopIconSource::refresh() const
 {
     m_index.refresh();
 }
@@ -47,7 +47,7 @@ QImage DesktopIconSource::icon(const QString &path, int edge) const
         image = namedIcon(details->icon, side);
     if (image.isNull() && isAppImage(path))
         image = decodeIconPicture(m_appImages.read(path), side);
-    return image.isNull() ? genericIcon(side) : image;
+    return image;
 }
 
 QImage DesktopIconSource::namedIcon(const QString &name, int edge) const

@@ -9,8 +9,8 @@ namespace quillbay::platform {
 class ApplicationSource;
 
 /// The icon that an application names: a picture file, or a name in the desktop's icon theme; of an AppImage
-/// the one that it carries. Whatever cannot be read gives way to the next best file of that name, and at last
-/// to the generic icon. An edge below 1 or above 4096 is brought within.
+/// the one that it carries. Whatever cannot be read gives way to the next best file of that name. An edge
+/// below 1 or above 4096 is brought within.
 ///
 /// Thread: any, `setTheme` and `refresh` included, which return at once.
 class DesktopIconSource final : public IconSource
@@ -24,11 +24,9 @@ public:
     /// from now on come from it.
     void setTheme(const QString &name);
 
-    /// Looks at the folders anew: icons were installed.
-    void refresh();
-
     QImage icon(const QString &path, int edge) const override;
     QImage genericIcon(int edge) const override;
+    void refresh() const override;
 
 private:
     QImage namedIcon(const QString &name, int edge) const;

@@ -87,7 +87,7 @@ void IconThemeIndex::setTheme(const QString &name)
 void IconThemeIndex::refresh()
 {
     const QMutexLocker lock(&m_wishes);
-    m_outdated = true;
+    m_mayHaveChanged = true;
 }
 
 QStringList IconThemeIndex::find(const QString &name, int edge)
@@ -96,16 +96,18 @@ QStringList IconThemeIndex::find(const QString &name, int edge)
     if (key.isEmpty() || key.contains('/'))
         return {};
     const QMutexLocker lock(&m_reading);
+    bool mayHaveChanged = false;
     {
         const QMutexLocker wishes(&m_wishes);
         m_theme = m_wantedTheme;
         if (std::exchange(m_outdated, false))
             m_chain.clear();
+        mayHaveChanged = std::exchange(m_mayHaveChanged, false);
     }
-    if (m_chain.empty())
+    if (m_chain.empty() || (mayHaveChanged && changedOnDisk()))
         reset();
     QStringList files = look(key, edge);
-    if (files.isEmpty() && changedOnDisk()) {
+    if (files.isEmpty() && isDueForCheck() && changedOnDisk()) {
         reset();
         files = look(key, edge);
     }
@@ -124,12 +126,14 @@ QStringList IconThemeIndex::look(const QByteArray &name, int edge)
     return files.first(std::min(files.size(), mostCandidates));
 }
 
+bool IconThemeIndex::isDueForCheck() const
+{
+    return std::chrono::steady_clock::now() - m_lastCheck >= m_recheckInterval;
+}
+
 bool IconThemeIndex::changedOnDisk()
 {
-    const auto now = std::chrono::steady_clock::now();
-    if (now - m_lastCheck < m_recheckInterval)
-        return false;
-    m_lastCheck = now;
+    m_lastCheck = std::chrono::steady_clock::now();
     return m_unthemed->isStale() || std::any_of(m_chain.cbegin(), m_chain.cend(), [](const Theme &theme) {
                return theme.listing && theme.listing->isStale();
            });

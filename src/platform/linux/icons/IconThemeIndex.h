@@ -39,7 +39,7 @@ public:
     /// The theme by the name of its folder. Where it is empty or not installed, one that is takes its place.
     void setTheme(const QString &name);
 
-    /// Forgets what was read; the next search reads anew.
+    /// The next search looks first whether a folder has changed, and reads all again if one has.
     void refresh();
 
     /// The files of icon `name` that are worth trying for a square of `edge` device pixels, best first, at
@@ -62,12 +62,14 @@ private:
     IconListing &listing(Theme &theme) const;
     QStringList look(const QByteArray &name, int edge);
     bool changedOnDisk();
+    bool isDueForCheck() const;
 
     const Folders m_folders;
     const std::chrono::milliseconds m_recheckInterval;
 
-    QMutex m_wishes; ///< Held for moments only: guards the next two.
+    QMutex m_wishes; ///< Held for moments only: guards the next three.
     QString m_wantedTheme;
+    bool m_mayHaveChanged = false;
     bool m_outdated = true;
 
     QMutex m_reading; ///< Held while folders are read: guards the rest.
