@@ -77,7 +77,8 @@ void WorkspaceManager::migrateLegacyData(const QUuid &id)
 void WorkspaceManager::setActiveWorkspaceID(const QUuid &id)
 {
     publish(m_activeWorkspaceID, id, &WorkspaceManager::activeWorkspaceIDChanged);
-    m_preferences.setString(activeKey, uuidString(id));
+    // A listener may have switched on: what is active is what is stored.
+    m_preferences.setString(activeKey, uuidString(m_activeWorkspaceID));
     Q_EMIT m_notifications.quillbayWorkspaceChanged();
 }
 
@@ -95,7 +96,8 @@ void WorkspaceManager::updateWorkspace(const Workspace &workspace, const QString
     const QUuid id = workspace.id;
     if (entryWith(m_workspaces, id) == m_workspaces.end())
         return;
-    const std::pair<QString Workspace::*, const QString &> texts[] = {
+    // Copies: the arguments may stand in the list that is about to be replaced.
+    const std::pair<QString Workspace::*, QString> texts[] = {
         {&Workspace::name, name}, {&Workspace::icon, icon}, {&Workspace::color, color}};
     for (const auto &[field, text] : texts) {
         QList<Workspace> changed = m_workspaces;
@@ -116,11 +118,12 @@ void WorkspaceManager::deleteWorkspace(const Workspace &workspace)
     if (m_workspaces.size() < 2)
         return;
     const QUuid id = workspace.id;
+    const bool wasActive = id == m_activeWorkspaceID;
     QList<Workspace> remaining = m_workspaces;
     remaining.removeIf([&id](const Workspace &entry) { return entry.id == id; });
     publish(m_workspaces, std::move(remaining), &WorkspaceManager::workspacesChanged);
     saveWorkspaces();
-    if (id == m_activeWorkspaceID)
+    if (wasActive)
         setActiveWorkspaceID(m_workspaces.isEmpty() ? QUuid::createUuid() : m_workspaces.first().id);
     for (const OwnedKey &owned : ownedKeys)
         m_preferences.remove(suffixed(QString::fromLatin1(owned.base), id));
