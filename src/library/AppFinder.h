@@ -8,6 +8,7 @@
 #include "library/AppSortOption.h"
 #include "library/FileItem.h"
 #include "library/GridItemIdentifier.h"
+#include "library/NewlyAdded.h"
 #include "library/ScannedLibrary.h"
 
 #include <QList>
@@ -38,7 +39,8 @@ struct RecentDocument;
 /// **Announcements.** Every published value is announced before it changes (see `ObservableObject`): who
 /// recomputes from `objectWillChange` sees the state before the change. Every public operation that changes
 /// something therefore ends with `sendResult`, one more announcement after which the state stays as it is,
-/// and the scan's hand-over ends by clearing `isScanning`, which is one as well.
+/// and the scan's hand-over ends by clearing `isScanning`, which is one as well. The loads are steps of these
+/// two and of the change of workspace, which ends so too; they themselves announce their assignment only.
 ///
 /// **What is stored.** Preferences, written at the moment of a change and read again rather than remembered:
 /// the stored strings are the truth, and the published lists are made from them after each scan and each
@@ -220,6 +222,8 @@ private:
     void updateNewlyAddedApps();
     void saveNewlyAdded();
     void loadNewlyAdded();
+    void setAppHidden(const QString &path, bool hidden);
+    void setFolderHidden(const QUuid &id, bool hidden);
     void updateUnifiedGridOrderFromCurrentState();
     void processRecentFiles(const QList<platform::RecentDocument> &documents);
     /// The installed applications of a stored list of URLs, in its order.
@@ -234,6 +238,7 @@ private:
     QList<AppFolder> m_folders;
     QList<FileItem> m_recentFiles;
     QList<AppItem> m_newlyAddedApps;
+    NewlyAdded m_newlyAdded; ///< The last answer, kept while it holds: it is asked at every switch.
     AppSortOption m_allAppsSortOption = AppSortOption::nameAscending;
     QSet<QString> m_hiddenAppPaths;
     QSet<QUuid> m_hiddenFolderIDs;

@@ -2,4 +2,6 @@
 target_sources(quillbay_library PRIVATE
   AppFinderLists.cpp
   AppFinderNewlyAdded.cpp
-  AppFinderHidden.cpp)
+  AppFinderHidden.cpp
+  AppSorting.h AppSorting.cpp
+  NewlyAdded.h NewlyAdded.cpp)

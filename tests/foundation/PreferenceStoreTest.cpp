@@ -198,7 +198,6 @@ TEST_F(PreferenceStoreTest, WhatTextCannotHoldReadsAsItIsInTheFile)
     PreferenceStore store(path());
     store.setDictionary(QStringLiteral("d"), {{Key, INFINITY}});
     EXPECT_EQ(store.dictionary(QStringLiteral("d"))->value(Key), QJsonValue(QJsonValue::Null));
-    EXPECT_EQ(replaced, QStringList(QString(QChar::ReplacementCharacter)));
     sql("INSERT OR REPLACE INTO preferences VALUES('standard', 'key', 'stringArray',"
         " CAST(x'5b22ff225d' AS TEXT))");
     EXPECT_EQ(store.stringArray(Key), QStringList(QString(QChar::ReplacementCharacter)));
