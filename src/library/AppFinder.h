@@ -7,6 +7,7 @@
 #include "library/AppItem.h"
 #include "library/AppSortOption.h"
 #include "library/FileItem.h"
+#include "library/FolderCache.h"
 #include "library/GridItemIdentifier.h"
 #include "library/NewlyAdded.h"
 #include "library/ScannedLibrary.h"
@@ -224,6 +225,9 @@ private:
     void loadNewlyAdded();
     void setAppHidden(const QString &path, bool hidden);
     void setFolderHidden(const QUuid &id, bool hidden);
+    /// Changes the entry with that `id`, publishes and saves the list; false where there is none.
+    bool changeFolder(QUuid id, const std::function<void(AppFolder &)> &change);
+    void publishSortedFolders();
     void updateUnifiedGridOrderFromCurrentState();
     void processRecentFiles(const QList<platform::RecentDocument> &documents);
     /// The installed applications of a stored list of URLs, in its order.
@@ -236,6 +240,7 @@ private:
     QList<AppItem> m_recentApps;
     QList<AppItem> m_favoriteApps;
     QList<AppFolder> m_folders;
+    FolderCache m_folderCache;
     QList<FileItem> m_recentFiles;
     QList<AppItem> m_newlyAddedApps;
     NewlyAdded m_newlyAdded; ///< The last answer, kept while it holds: it is asked at every switch.

@@ -1,50 +1,39 @@
 #include "library/AppFolder.h"
 
-#include "foundation/JsonFields.h"
 #include "foundation/Uuid.h"
-
-#include <nlohmann/json.hpp>
+#include "library/AppFolderReader.h"
+#include "library/JsonText.h"
 
 namespace quillbay {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json toJson(const AppFolder &folder)
+void write(JsonText &json, const AppFolder &folder)
 {
-    Json object;
-    object["id"] = json::text(uuidString(folder.id));
-    object["name"] = json::text(folder.name);
-    object["appURLs"] = Json::array();
-    for (const QString &url : folder.appURLs)
-        object["appURLs"].push_back(json::text(url));
-    object["isPinned"] = folder.isPinned;
-    object["icon"] = json::text(folder.icon);
-    object["color"] = json::text(folder.color);
-    if (folder.parentFolderID)
-        object["parentFolderID"] = json::text(uuidString(*folder.parentFolderID));
-    object["createdAt"] = json::number(folder.createdAt);
-    object["sortOrder"] = folder.sortOrder;
-    return object;
-}
-
-AppFolder fromJson(const Json &value)
-{
-    const json::Object object(value);
-    AppFolder folder;
-    folder.id = object.uuid("id");
-    folder.name = object.string("name");
-    folder.appURLs = object.stringArray("appURLs");
-    folder.isPinned = object.boolean("isPinned");
-    folder.icon = object.string("icon");
-    folder.color = object.string("color");
-    if (object.has("parentFolderID"))
-        folder.parentFolderID = object.uuid("parentFolderID");
-    folder.createdAt = object.number("createdAt");
-    if (object.has("sortOrder"))
-        folder.sortOrder = object.integer("sortOrder");
-    return folder;
+    json.raw("{\"id\":");
+    json.string(uuidString(folder.id));
+    json.raw(",\"name\":");
+    json.string(folder.name);
+    json.raw(",\"appURLs\":[");
+    for (qsizetype i = 0; i < folder.appURLs.size(); ++i) {
+        if (i > 0)
+            json.raw(",");
+        json.string(folder.appURLs[i]);
+    }
+    json.raw(folder.isPinned ? "],\"isPinned\":true" : "],\"isPinned\":false");
+    json.raw(",\"icon\":");
+    json.string(folder.icon);
+    json.raw(",\"color\":");
+    json.string(folder.color);
+    if (folder.parentFolderID) {
+        json.raw(",\"parentFolderID\":");
+        json.string(uuidString(*folder.parentFolderID));
+    }
+    json.raw(",\"createdAt\":");
+    json.number(folder.createdAt);
+    json.raw(",\"sortOrder\":");
+    json.number(qint64(folder.sortOrder));
+    json.raw("}");
 }
 
 } // namespace
@@ -67,24 +56,24 @@ size_t qHash(const AppFolder &folder, size_t seed) noexcept
     return combine(seed, folder.sortOrder);
 }
 
-QByteArray encodeFolders(const QList<AppFolder> &folders)
+QByteArray encodeFolders(const QList<AppFolder> &folders, bool *isExact)
 {
-    Json array = Json::array();
-    for (const AppFolder &folder : folders)
-        array.push_back(toJson(folder));
-    return json::dump(array);
+    JsonText json;
+    json.raw("[");
+    for (qsizetype i = 0; i < folders.size(); ++i) {
+        if (i > 0)
+            json.raw(",");
+        write(json, folders[i]);
+    }
+    json.raw("]");
+    if (isExact)
+        *isExact = json.isExact();
+    return json.take();
 }
 
 Decoded<QList<AppFolder>> decodeFolders(const QByteArray &text)
 {
-    return json::decode<QList<AppFolder>>(text, [](const Json &value) {
-        if (!value.is_array())
-            throw json::Error{DecodeError::Kind::TypeMismatch, QStringLiteral("Expected an array.")};
-        QList<AppFolder> folders;
-        for (const Json &element : value)
-            folders.append(fromJson(element));
-        return folders;
-    });
+    return AppFolderReader::read(text);
 }
 
 } // namespace quillbay

@@ -36,8 +36,9 @@ struct AppFolder
 size_t qHash(const AppFolder &folder, size_t seed = 0) noexcept;
 
 /// JSON of a folder list: an array of objects with the keys "id", "name", "appURLs", "isPinned", "icon",
-/// "color", "parentFolderID" (left out when absent), "createdAt", "sortOrder", in that order.
-QByteArray encodeFolders(const QList<AppFolder> &folders);
+/// "color", "parentFolderID" (left out when absent), "createdAt", "sortOrder", in that order. What is no
+/// valid Unicode is replaced, and then `isExact` is false: decoding gives another list.
+QByteArray encodeFolders(const QList<AppFolder> &folders, bool *isExact = nullptr);
 
 /// The reverse. All keys but "parentFolderID" and "sortOrder" (0 when missing: older lists do not have it)
 /// are required, unknown ones are ignored; one bad record fails the whole.

@@ -2,5 +2,11 @@
 target_sources(quillbay_library PRIVATE
   AppFinderFolders.cpp
   AppFinderGridOrder.cpp
+  AppFinderRecentFiles.cpp
   AppFinderSearch.cpp
-  AppFinderRecentFiles.cpp)
+  AppFolderReader.h AppFolderReader.cpp
+  AppSearch.h AppSearch.cpp
+  FolderCache.h FolderCache.cpp
+  FolderOrder.h FolderOrder.cpp
+  GridOrder.h GridOrder.cpp
+  JsonText.h JsonText.cpp)
