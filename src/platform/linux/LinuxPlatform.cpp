@@ -6,11 +6,11 @@
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/PortalAppearance.h"
 #include "platform/linux/desktop/SessionBus.h"
+#include "platform/linux/documents/XbelRecentDocuments.h"
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
-#include "platform/none/NoDesktop.h"
 
 #include <utility>
 
@@ -37,7 +37,7 @@ Platform createPlatform()
     platform.applications = std::move(applications);
     platform.icons = std::move(icons);
     platform.folderWatch = std::make_unique<InotifyFolderWatch>();
-    platform.recentDocuments = std::make_unique<NoRecentDocuments>();
+    platform.recentDocuments = std::make_unique<XbelRecentDocuments>();
     platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());
