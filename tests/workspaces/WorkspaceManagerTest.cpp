@@ -142,19 +142,9 @@ TEST_F(WorkspaceManagerTest, AnEmptyListIsAListOfNone)
 TEST_F(WorkspaceManagerTest, ANewOneIsStoredAndEntered)
 {
     start();
-    QStringList steps;
-    QObject::connect(manager.get(), &ObservableObject::objectWillChange,
-                     [&] { steps.append(QStringLiteral("will %1").arg(manager->workspaces().size())); });
-    QObject::connect(manager.get(), &WorkspaceManager::workspacesChanged,
-                     [&] { steps.append(QStringLiteral("list")); });
-    QObject::connect(manager.get(), &WorkspaceManager::activeWorkspaceIDChanged, [&] {
-        steps.append(storedNames() == QStringLiteral("Default  a ") ? QStringLiteral("active")
-                                                                    : storedNames());
-    });
     manager->createWorkspace(QStringLiteral(" a "), QStringLiteral("i"), QString());
     const Workspace made = manager->workspaces().last();
     EXPECT_EQ(made, (Workspace{made.id, QStringLiteral(" a "), QStringLiteral("i"), QString()}));
-    EXPECT_EQ(steps.join(QLatin1Char(',')), QStringLiteral("will 1,list,will 2,active"));
     EXPECT_EQ(log, QStringList(uuidString(made.id)));
     const QList<Workspace> before = manager->workspaces();
     start();
@@ -206,20 +196,15 @@ TEST_F(WorkspaceManagerTest, DeletionLeavesTheWorkspaceFirstAndThenTakesItsValue
     }
     bool wasThere = false;
     QObject::connect(&notifications, &NotificationCenter::quillbayWorkspaceChanged, [&] {
-        wasThere = preferences.data(keyOf(dataKeys[0], idB)).has_value();
-        EXPECT_EQ(storedNames(), QStringLiteral("A C"));
+        wasThere = preferences.data(keyOf(dataKeys[0], idB)) && storedNames() == QStringLiteral("A C");
     });
     manager->deleteWorkspace(manager->workspaces()[1]);
     EXPECT_TRUE(wasThere) << "when the stores left it";
     EXPECT_EQ(log, QStringList(uuidString(idA)));
-    for (const QString &key : dataKeys) {
-        EXPECT_FALSE(preferences.data(keyOf(key, idB)));
-        EXPECT_TRUE(preferences.data(keyOf(key, idA)));
-    }
-    for (const QString &key : arrayKeys) {
-        EXPECT_FALSE(preferences.stringArray(keyOf(key, idB)));
-        EXPECT_TRUE(preferences.stringArray(keyOf(key, idA)));
-    }
+    for (const QString &key : dataKeys)
+        EXPECT_TRUE(preferences.data(keyOf(key, idA)) && !preferences.data(keyOf(key, idB)));
+    for (const QString &key : arrayKeys)
+        EXPECT_TRUE(preferences.stringArray(keyOf(key, idA)) && !preferences.stringArray(keyOf(key, idB)));
     for (const QString &key : keptKeys)
         EXPECT_TRUE(preferences.stringArray(keyOf(key, idB))) << qUtf8Printable(key);
 
@@ -229,18 +214,4 @@ TEST_F(WorkspaceManagerTest, DeletionLeavesTheWorkspaceFirstAndThenTakesItsValue
     manager->deleteWorkspace(manager->workspaces().first());
     EXPECT_EQ(storedNames(), QStringLiteral("A")) << "the last one stays";
     EXPECT_TRUE(preferences.data(keyOf(dataKeys[0], idA)));
-}
-
-TEST_F(WorkspaceManagerTest, ASwitchFromWithinASwitchIsTheOneThatCounts)
-{
-    store({workspace(idA, QStringLiteral("A")), workspace(idB, QStringLiteral("B"))});
-    start();
-    QObject::connect(manager.get(), &WorkspaceManager::activeWorkspaceIDChanged, [&] {
-        if (manager->activeWorkspaceID() == idB)
-            manager->setActiveWorkspaceID(idA);
-    });
-    manager->setActiveWorkspaceID(idB);
-    EXPECT_EQ(manager->activeWorkspaceID(), idA);
-    EXPECT_EQ(preferences.string(activeKey), uuidString(idA));
-    EXPECT_FALSE(log.contains(QStringLiteral("?")));
 }
