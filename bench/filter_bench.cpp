@@ -128,7 +128,7 @@ int main(int argc, char **argv)
     AppFinder finder({source, watch, documents, preferences, workspaces, notifications});
     QEventLoop loop;
     QObject::connect(&finder, &AppFinder::scanFinished, &loop, &QEventLoop::quit);
-    QuillbayViewModel viewModel(finder, launcher);
+    QuillbayViewModel viewModel(finder, launcher, preferences);
     loop.exec();
     if (viewModel.filteredApps()->count() != applicationCount) {
         std::fprintf(stderr, "the library has %d applications\n", viewModel.filteredApps()->count());

@@ -1,18 +1,18 @@
 #pragma once
 
+#include "app/SteppedListModel.h"
 #include "library/AppItem.h"
-
-#include <QAbstractListModel>
-#include <QList>
 
 namespace quillbay {
 
-/// The applications that the grid lists, as a model for QML.
-///
-/// A new list is compared with the old one and becomes a few insertions, removals and data changes, so that
-/// tiles that stay keep their state; where it would be many, one removal and one insertion replace what lies
-/// between the common ends. Thread: main thread.
-class AppListModel : public QAbstractListModel
+/// Which rows are the same application.
+inline const QString &listIdentity(const AppItem &app)
+{
+    return app.path;
+}
+
+/// Applications as a model for QML: what the grid lists, what a card holds. Thread: main thread.
+class AppListModel : public SteppedListModel<AppItem>
 {
     Q_OBJECT
     Q_PROPERTY(int count READ count NOTIFY countChanged)
@@ -20,28 +20,16 @@ class AppListModel : public QAbstractListModel
 public:
     enum Role { NameRole = Qt::UserRole + 1, PathRole, CategoryRole };
 
-    using QAbstractListModel::QAbstractListModel;
+    using SteppedListModel::SteppedListModel;
 
-    const QList<AppItem> &items() const { return m_items; }
-    int count() const { return int(m_items.size()); }
-
-    /// Assigns the list in the smallest steps.
-    void setItems(const QList<AppItem> &items);
-
-    int rowCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
-
-    /// Up to this many insertions and removals are sent one by one.
-    static constexpr int mostSteps = 24;
 
 Q_SIGNALS:
     void countChanged();
 
 private:
-    void replaceMiddle(const QList<AppItem> &items);
-
-    QList<AppItem> m_items;
+    void announceCount() override { Q_EMIT countChanged(); }
 };
 
 } // namespace quillbay

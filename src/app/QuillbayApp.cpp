@@ -35,7 +35,7 @@ QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationServ
     , m_notifications(notifications)
     , m_appFinder({*platform.applications, *platform.folderWatch, *platform.recentDocuments, preferences,
                    workspaces, notifications})
-    , m_viewModel(m_appFinder, *platform.launcher)
+    , m_viewModel(m_appFinder, *platform.launcher, preferences)
 {
 }
 

@@ -1,20 +1,21 @@
 #include "app/QuillbayViewModel.h"
 
 #include "foundation/Console.h"
-#include "library/SearchKey.h"
+#include "library/GridOrder.h"
 #include "platform/ApplicationLauncher.h"
-
-#include <QStringMatcher>
 
 #include <algorithm>
 
 namespace quillbay {
 
 QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::ApplicationLauncher &launcher,
-                                     QObject *parent)
+                                     const PreferenceStore &preferences, QObject *parent)
     : ObservableObject(parent)
     , m_appFinder(appFinder)
     , m_launcher(launcher)
+    , m_preferences(preferences)
+    , m_shownApps(appFinder)
+    , m_keyMonitor([this](const QString &letter) { return handleFolderShortcut(letter); })
 {
     connect(&m_appFinder, &ObservableObject::objectWillChange, this, [this] {
         updateFilteredApps();
@@ -22,6 +23,20 @@ QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::Application
     });
     m_appFinder.scanApps();
     m_appFinder.startMonitoring();
+    m_searchPause.setSingleShot(true);
+    m_searchPause.setInterval(searchSilence);
+    connect(&m_searchPause, &QTimer::timeout, this, [this] {
+        if (!m_searchQuery.isEmpty())
+            Q_EMIT eventHappened(QStringLiteral("Search Used"), {{QStringLiteral("query"), m_searchQuery}});
+    });
+    updateFilteredApps();
+}
+
+void QuillbayViewModel::setSelection(const std::optional<SidebarSelection> &selection)
+{
+    if (!selection || selection->which() != SidebarSelection::Case::hidden)
+        setIsHiddenUnlocked(false);
+    publish(m_selection, selection, &QuillbayViewModel::selectionChanged);
     updateFilteredApps();
 }
 
@@ -31,61 +46,68 @@ void QuillbayViewModel::setSearchQuery(const QString &query)
         return;
     publish(m_searchQuery, query, &QuillbayViewModel::searchQueryChanged);
     updateFilteredApps();
+    m_searchPause.start();
 }
 
 void QuillbayViewModel::setSearchFocusTrigger(bool trigger)
 {
-    if (trigger == m_searchFocusTrigger)
-        return;
-    publish(m_searchFocusTrigger, trigger, &QuillbayViewModel::searchFocusTriggerChanged);
+    if (trigger != m_searchFocusTrigger)
+        publish(m_searchFocusTrigger, trigger, &QuillbayViewModel::searchFocusTriggerChanged);
+}
+
+void QuillbayViewModel::setShowingAppPicker(bool showing)
+{
+    if (showing != m_showingAppPicker)
+        publish(m_showingAppPicker, showing, &QuillbayViewModel::showingAppPickerChanged);
+}
+
+void QuillbayViewModel::setFolderForPicker(const std::optional<AppFolder> &folder)
+{
+    publish(m_folderForPicker, folder, &QuillbayViewModel::folderForPickerChanged);
+}
+
+void QuillbayViewModel::setDraggedApp(const std::optional<AppItem> &app)
+{
+    publish(m_draggedApp, app, &QuillbayViewModel::draggedAppChanged);
+}
+
+void QuillbayViewModel::setAppToUninstall(const std::optional<AppItem> &app)
+{
+    publish(m_appToUninstall, app, &QuillbayViewModel::appToUninstallChanged);
+}
+
+void QuillbayViewModel::setIsHiddenUnlocked(bool unlocked)
+{
+    if (unlocked != m_isHiddenUnlocked)
+        publish(m_isHiddenUnlocked, unlocked, &QuillbayViewModel::isHiddenUnlockedChanged);
+}
+
+bool QuillbayViewModel::isSecurityPasswordSet() const
+{
+    return !m_preferences.string(QStringLiteral("quillbay_hidden_password")).value_or(QString()).isEmpty();
 }
 
 void QuillbayViewModel::updateFilteredApps()
 {
-    const QList<AppItem> result = appsMatching(m_appFinder.apps(), m_searchQuery);
-    const QList<AppItem> &shown = m_filteredApps.items();
-    if (std::equal(result.cbegin(), result.cend(), shown.cbegin(), shown.cend(), looksSame))
-        return;
-    Q_EMIT objectWillChange();
-    m_filteredApps.setItems(result);
-}
-
-void QuillbayViewModel::launchApp(const AppItem &app)
-{
-    open(app, nullptr);
-}
-
-void QuillbayViewModel::launchApp(const QString &path, QWindow *window)
-{
-    const QList<AppItem> &apps = m_appFinder.apps();
-    const auto app =
-        std::find_if(apps.cbegin(), apps.cend(), [&path](const AppItem &item) { return item.path == path; });
-    if (app != apps.cend())
-        open(*app, window);
-}
-
-void QuillbayViewModel::open(const AppItem &app, QWindow *window)
-{
-    platform::LaunchRequest request;
-    request.path = app.path;
-    request.window = window;
-    m_launcher.launch(request, [name = app.name](const platform::LaunchResult &result) {
-        if (result.outcome != platform::LaunchOutcome::Started)
-            printLine(QStringLiteral("⚠️ Failed to launch %1: %2").arg(name, result.reason));
-    });
-}
-
-QList<AppItem> appsMatching(const QList<AppItem> &apps, const QString &query)
-{
-    if (query.isEmpty())
-        return apps;
-    const QStringMatcher matcher(searchKey(query));
-    QList<AppItem> matching;
-    for (const AppItem &app : apps) {
-        if (matcher.indexIn(app.searchKey) >= 0)
-            matching.append(app);
+    const QList<AppItem> result = m_shownApps.list(m_selection ? &*m_selection : nullptr, m_searchQuery);
+    if (!m_filteredApps.shows(result)) {
+        Q_EMIT objectWillChange();
+        m_filteredApps.setItems(result);
+        m_groupedAppsByCategory.setApps(result);
     }
-    return matching;
+    updateUnifiedGridItems();
+}
+
+void QuillbayViewModel::updateUnifiedGridItems()
+{
+    if (!m_categorisedApps.isSharedWith(m_appFinder.apps())) {
+        m_categorisedApps = m_appFinder.apps();
+        m_categories.clear();
+        for (const AppItem &app : std::as_const(m_categorisedApps))
+            m_categories.insert(app.category);
+    }
+    m_unifiedGridItems.setItems(quillbay::unifiedGridItems(m_appFinder.getRootFolders(), m_categories,
+                                                           m_appFinder.getUnifiedGridOrder()));
 }
 
 } // namespace quillbay

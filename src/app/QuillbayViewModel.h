@@ -1,10 +1,20 @@
 #pragma once
 
 #include "app/AppListModel.h"
+#include "app/CategoryListModel.h"
+#include "app/GridListModel.h"
+#include "app/KeyMonitor.h"
+#include "app/ShownApps.h"
 #include "foundation/ObservableObject.h"
+#include "foundation/PreferenceStore.h"
 #include "library/AppFinder.h"
+#include "library/SidebarSelection.h"
 
 #include <QString>
+#include <QTimer>
+#include <QVariantMap>
+
+#include <optional>
 
 class QWindow;
 
@@ -14,8 +24,13 @@ namespace platform {
 class ApplicationLauncher;
 }
 
-/// The one object that every screen holds: what is searched, what the grid therefore lists, and the actions
-/// of the tiles. It owns no data: the library does.
+/// The one object that every screen holds: what is selected and searched, what the grid therefore lists, and
+/// the actions of the tiles and the sidebar. It owns no data: the library does.
+///
+/// **When it recomputes.** At each announcement of the library, at once: the library announces before its
+/// value changes, so that one sees the state before the change, and the library's operations announce once
+/// more when they are done. At each write of `selection` and `searchQuery`, after the value is stored. The
+/// lists below are derived: nothing else assigns them, and a result that looks the same assigns nothing.
 ///
 /// Thread: main thread. One instance, from the start of the program to its end.
 class QuillbayViewModel : public ObservableObject
@@ -23,49 +38,123 @@ class QuillbayViewModel : public ObservableObject
     Q_OBJECT
     Q_PROPERTY(quillbay::AppFinder *appFinder READ appFinder CONSTANT)
     Q_PROPERTY(quillbay::AppListModel *filteredApps READ filteredApps CONSTANT)
+    Q_PROPERTY(quillbay::CategoryListModel *groupedAppsByCategory READ groupedAppsByCategory CONSTANT)
+    Q_PROPERTY(quillbay::GridListModel *unifiedGridItems READ unifiedGridItems CONSTANT)
     Q_PROPERTY(QString searchQuery READ searchQuery WRITE setSearchQuery NOTIFY searchQueryChanged)
     Q_PROPERTY(bool searchFocusTrigger READ searchFocusTrigger WRITE setSearchFocusTrigger NOTIFY
                    searchFocusTriggerChanged)
+    Q_PROPERTY(
+        bool showingAppPicker READ showingAppPicker WRITE setShowingAppPicker NOTIFY showingAppPickerChanged)
+    Q_PROPERTY(
+        bool isHiddenUnlocked READ isHiddenUnlocked WRITE setIsHiddenUnlocked NOTIFY isHiddenUnlockedChanged)
 
 public:
-    /// Starts the first scan and the folder watch. Both arguments must outlive this object.
+    /// Starts the first scan and the folder watch. The library and the launcher must outlive this object.
     QuillbayViewModel(AppFinder &appFinder, platform::ApplicationLauncher &launcher,
-                      QObject *parent = nullptr);
+                      const PreferenceStore &preferences, QObject *parent = nullptr);
 
     AppFinder *appFinder() const { return &m_appFinder; }
-    AppListModel *filteredApps() { return &m_filteredApps; }
+
+    /// What the sidebar shows. Nothing is a legal state, and lists as all applications do. Every selection
+    /// but the hidden list locks that list again.
+    const std::optional<SidebarSelection> &selection() const { return m_selection; }
+    void setSelection(const std::optional<SidebarSelection> &selection);
     /// Text of the search field. Writing it recomputes the list before the call returns.
     QString searchQuery() const { return m_searchQuery; }
     void setSearchQuery(const QString &query);
     /// Each change asks the search field to take the keyboard; the value itself means nothing.
     bool searchFocusTrigger() const { return m_searchFocusTrigger; }
     void setSearchFocusTrigger(bool trigger);
+    /// The sheet that adds applications to `folderForPicker`.
+    bool showingAppPicker() const { return m_showingAppPicker; }
+    void setShowingAppPicker(bool showing);
+    const std::optional<AppFolder> &folderForPicker() const { return m_folderForPicker; }
+    void setFolderForPicker(const std::optional<AppFolder> &folder);
+    /// The tile being dragged; stays after the drag.
+    const std::optional<AppItem> &draggedApp() const { return m_draggedApp; }
+    void setDraggedApp(const std::optional<AppItem> &app);
+    /// Whom the uninstaller is open for.
+    const std::optional<AppItem> &appToUninstall() const { return m_appToUninstall; }
+    void setAppToUninstall(const std::optional<AppItem> &app);
+    /// The hidden list has been opened. Never stored: every start begins with it locked.
+    bool isHiddenUnlocked() const { return m_isHiddenUnlocked; }
+    void setIsHiddenUnlocked(bool unlocked);
+    /// Whether a password guards the hidden list, by what is stored now.
+    bool isSecurityPasswordSet() const;
 
-    /// Recomputes `filteredApps` from the library as it stands. A result that looks the same assigns nothing.
+    /// What the grid lists: for a query every match whatever is selected (in the hidden list the matches
+    /// among the hidden), else what is selected.
+    AppListModel *filteredApps() { return &m_filteredApps; }
+    /// The same applications by category.
+    CategoryListModel *groupedAppsByCategory() { return &m_groupedAppsByCategory; }
+    /// The cells of the grid of all applications, folders and categories.
+    GridListModel *unifiedGridItems() { return &m_unifiedGridItems; }
+    /// Recomputes the three lists.
     Q_INVOKABLE void updateFilteredApps();
 
-    /// Opens an application of the library. A failure is printed; the user sees that nothing came.
+    /// Opens an application and puts it among the recents, whatever becomes of the opening. A failure is
+    /// printed; the user sees that nothing came.
     void launchApp(const AppItem &app);
     /// The same for the application with that path; an unknown path does nothing. `window` is the one clicked
     /// in.
     Q_INVOKABLE void launchApp(const QString &path, QWindow *window = nullptr);
 
+    /// Both lead to the hidden list, which offers to set a password, unless there is one.
+    void hideAppGlobally(const AppItem &app);
+    void hideFolderGlobally(const AppFolder &folder);
+    /// Removes the folder alone: its subfolders stay, without a place, and so does its place in the grid's
+    /// stored order.
+    void deleteFolder(const AppFolder &folder);
+    /// All applications that are not members, in their order.
+    QList<AppItem> appsNotInFolder(const AppFolder &folder) const;
+    /// Moves a member before the place of another: dragged forward it lands before it, dragged backward in
+    /// its place.
+    void moveFolderApp(const AppItem &app, const AppItem &target, const AppFolder &folder);
+    void addAppToFolder(const AppItem &app, const AppFolder &folder);
+    void removeAppFromFolder(const AppItem &app, const AppFolder &folder);
+    /// Selects the first root folder whose name begins with the letter, or the next one where one of them is
+    /// selected, round and round. False where there is none.
+    bool handleFolderShortcut(const QString &letter);
+
+    /// Milliseconds of silence after which a search counts as one.
+    static constexpr int searchSilence = 2000;
+
 Q_SIGNALS:
+    void selectionChanged();
     void searchQueryChanged();
     void searchFocusTriggerChanged();
+    void showingAppPickerChanged();
+    void folderForPickerChanged();
+    void draggedAppChanged();
+    void appToUninstallChanged();
+    void isHiddenUnlockedChanged();
+    /// Something happened that is worth counting: "App Launched" with "app_name", "Search Used" with "query".
+    void eventHappened(const QString &name, const QVariantMap &properties);
 
 private:
     void open(const AppItem &app, QWindow *window);
+    void updateUnifiedGridItems();
+    void afterHiding();
 
     AppFinder &m_appFinder;
     platform::ApplicationLauncher &m_launcher;
-    AppListModel m_filteredApps;
+    PreferenceStore m_preferences;
+    ShownApps m_shownApps;
+    std::optional<SidebarSelection> m_selection = SidebarSelection();
     QString m_searchQuery;
     bool m_searchFocusTrigger = false;
+    bool m_showingAppPicker = false;
+    std::optional<AppFolder> m_folderForPicker;
+    std::optional<AppItem> m_draggedApp;
+    std::optional<AppItem> m_appToUninstall;
+    AppListModel m_filteredApps;
+    CategoryListModel m_groupedAppsByCategory;
+    GridListModel m_unifiedGridItems;
+    bool m_isHiddenUnlocked = false;
+    QList<AppItem> m_categorisedApps; ///< Those that `m_categories` was made of.
+    QSet<QString> m_categories;
+    QTimer m_searchPause;
+    KeyMonitor m_keyMonitor;
 };
-
-/// The applications whose name contains the query, without regard to case in the locale's way, in their
-/// order; all of them for an empty query.
-QList<AppItem> appsMatching(const QList<AppItem> &apps, const QString &query);
 
 } // namespace quillbay

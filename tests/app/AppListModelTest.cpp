@@ -45,6 +45,10 @@ public:
         });
         connect(&model, &AppListModel::dataChanged, this,
                 [this](const QModelIndex &first) { text += QStringLiteral("~%1 ").arg(first.row()); });
+        connect(&model, &AppListModel::rowsMoved, this,
+                [this](const QModelIndex &, int first, int last, const QModelIndex &, int target) {
+                    text += QStringLiteral("%1x%2>%3 ").arg(first).arg(last - first + 1).arg(target);
+                });
         connect(&model, &AppListModel::modelReset, this, [this] { text += QStringLiteral("reset "); });
     }
     QString text;
@@ -70,12 +74,16 @@ TEST(AppListModel, ChangesByTheSmallestStep)
     EXPECT_EQ(stepsBetween(u"abc", u"abc"), QString());
     EXPECT_EQ(stepsBetween(u"abcdef", u"aef"), QStringLiteral("-1x3"));
     EXPECT_EQ(stepsBetween(u"aef", u"abcdefg"), QStringLiteral("+1x3 +6x1"));
-    EXPECT_EQ(stepsBetween(u"abcd", u"axcy"), QStringLiteral("-1x1 +1x1 -3x1 +3x1"));
+    EXPECT_EQ(stepsBetween(u"abcd", u"axcy"), QStringLiteral("-1x1 -2x1 +1x1 +3x1"));
+    EXPECT_EQ(stepsBetween(u"abcde", u"acdbe"), QStringLiteral("1x1>4"));
+    EXPECT_EQ(stepsBetween(u"abcde", u"dabce"), QStringLiteral("3x1>0"));
+    EXPECT_EQ(stepsBetween(u"gabcd", u"bcadx"), QStringLiteral("-0x1 0x1>3 +4x1"));
 }
 
 TEST(AppListModel, ReplacesTheMiddleWhereStepsWouldBeManyOrOrderChanges)
 {
     EXPECT_EQ(stepsBetween(u"xabcy", u"xcbay"), QStringLiteral("-1x3 +1x3"));
+    EXPECT_EQ(stepsBetween(u"aab", u"abb"), QStringLiteral("-1x1 +1x1"));
 
     QString all;
     QString everyOther;
@@ -116,6 +124,10 @@ TEST(AppListModel, ArrivesFromAnyListAtAnyOther)
         QString pool = QStringLiteral("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789");
         if (round % 5 == 0)
             std::shuffle(pool.begin(), pool.end(), random);
+        else if (round % 5 == 1)
+            std::rotate(pool.begin() + 3, pool.begin() + 20, pool.begin() + 20 + random.bounded(9));
+        else if (round % 5 == 2)
+            pool += QStringLiteral("aab");
         pool.removeIf([&random](QChar) { return random.bounded(3) == 0; });
         model.setItems(list(pool));
         ASSERT_EQ(letters(model.items()), pool);

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/SteppedListModel.h"
+#include "library/AppItem.h"
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+namespace quillbay {
+
+class AppListModel;
+
+/// One category of a list, by name.
+struct CategoryGroup
+{
+    QString name;
+};
+inline const QString &listIdentity(const CategoryGroup &group)
+{
+    return group.name;
+}
+inline bool looksSame(const CategoryGroup &a, const CategoryGroup &b)
+{
+    return a.name == b.name;
+}
+
+/// A list of applications by category: a row for each category, in the order in which they come up in the
+/// list, with a model of its applications that lives as long as the category has any.
+///
+/// Thread: main thread.
+class CategoryListModel : public SteppedListModel<CategoryGroup>
+{
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+
+public:
+    enum Role { NameRole = Qt::UserRole + 1, AppsRole };
+
+    using SteppedListModel::SteppedListModel;
+
+    /// Groups the list; each group in its order.
+    void setApps(const QList<AppItem> &apps);
+
+    /// The applications of a category; null where the list has none. Owned by this object, and ended from
+    /// the event loop once the category is gone.
+    Q_INVOKABLE quillbay::AppListModel *group(const QString &category) const
+    {
+        return m_groups.value(category);
+    }
+
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void countChanged();
+
+private:
+    void announceCount() override { Q_EMIT countChanged(); }
+
+    QHash<QString, AppListModel *> m_groups;
+};
+
+} // namespace quillbay
