@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace quillbay {
@@ -51,13 +52,14 @@ QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
 
 /// Two shadows below the icon, each behind an opacity of its own. The lifted one exists once the pointer has
 /// been there.
-/// A transform node for the software renderer, which places what is added below a plain node later at the
-/// window's origin.
+/// The transformation is the small step to the next whole device pixel. It is found before each frame, since
+/// nobody tells an item that one of its ancestors has moved.
 class AppIconView::Node : public QSGTransformNode
 {
 public:
     Node()
     {
+        setFlag(UsePreprocess);
         for (Shadow *shadow : {&m_resting, &m_lifted}) {
             shadow->node.setFlag(QSGNode::OwnedByParent, false);
             appendChildNode(&shadow->node);
@@ -89,18 +91,55 @@ public:
             m_lifted.show(window, iconShadow(icon, edge, lifted.radius, lifted.offset, lifted.opacity));
         m_resting.node.setOpacity(1 - lift);
         m_lifted.node.setOpacity(lift);
-        // At rest every texel is one device pixel, wherever the tile lies: nearest keeps it that sharp.
-        m_icon->setFiltering(lift > 0 ? QSGTexture::Linear : QSGTexture::Nearest);
     }
 
-    void setRect(const QRectF &rect)
+    /// `fits` says that the icon is as large as the item is in device pixels.
+    void place(qreal edge, qreal devicePixelRatio, bool fits)
     {
+        const QSizeF size = fits ? m_icon->sourceRect().size() / devicePixelRatio : QSizeF(edge, edge);
+        const QRectF rect(QPointF(), size);
         m_icon->setRect(rect);
         m_resting.place(rect);
         m_lifted.place(rect);
+        m_devicePixelRatio = devicePixelRatio;
+        m_fits = fits;
+    }
+
+    void preprocess() override
+    {
+        const std::optional<QPointF> origin = m_fits ? translation(parent()) : std::nullopt;
+        QPointF step;
+        if (origin) {
+            const QPointF pixel = *origin * m_devicePixelRatio;
+            step = QPointF(std::round(pixel.x()), std::round(pixel.y())) / m_devicePixelRatio - *origin;
+        }
+        if (step != m_step) {
+            m_step = step;
+            QMatrix4x4 matrix;
+            matrix.translate(float(step.x()), float(step.y()));
+            setMatrix(matrix);
+        }
+        const QSGTexture::Filtering filtering = origin ? QSGTexture::Nearest : QSGTexture::Linear;
+        if (filtering != m_icon->filtering())
+            m_icon->setFiltering(filtering);
     }
 
 private:
+    /// Where the origin of `node` lies in the scene; nothing if something turns or scales it on the way.
+    static std::optional<QPointF> translation(const QSGNode *node)
+    {
+        QPointF sum;
+        for (; node; node = node->parent()) {
+            if (node->type() != TransformNodeType)
+                continue;
+            const QMatrix4x4 &matrix = static_cast<const QSGTransformNode *>(node)->matrix();
+            if (matrix.flags() & ~QMatrix4x4::Flags(QMatrix4x4::Translation))
+                return std::nullopt;
+            sum += QPointF(qreal(matrix(0, 3)), qreal(matrix(1, 3)));
+        }
+        return sum;
+    }
+
     struct Shadow
     {
         QSGOpacityNode node;
@@ -136,6 +175,9 @@ private:
     Shadow m_resting;
     Shadow m_lifted;
     QSGImageNode *m_icon = nullptr;
+    qreal m_devicePixelRatio = 1;
+    bool m_fits = false;
+    QPointF m_step;
 };
 
 AppIconView::AppIconView(QQuickItem *parent)
@@ -171,10 +213,15 @@ void AppIconView::takeIcon()
     update();
 }
 
+int AppIconView::pixelSize() const
+{
+    return int(std::lround(width() * window()->effectiveDevicePixelRatio()));
+}
+
 void AppIconView::updatePixelSize()
 {
     if (window() && isComponentComplete())
-        m_loader.setPixelSize(int(std::lround(width() * window()->effectiveDevicePixelRatio())));
+        m_loader.setPixelSize(pixelSize());
 }
 
 void AppIconView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
@@ -188,8 +235,10 @@ void AppIconView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeo
 
 void AppIconView::itemChange(ItemChange change, const ItemChangeData &value)
 {
-    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged)
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
         updatePixelSize();
+        update();
+    }
     QQuickItem::itemChange(change, value);
 }
 
@@ -215,7 +264,7 @@ QSGNode *AppIconView::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         node->setIcon(window(), m_icon, width());
     m_iconIsNew = false;
     node->setLift(window(), m_icon, width(), m_lift);
-    node->setRect(boundingRect());
+    node->place(width(), window()->effectiveDevicePixelRatio(), m_icon.width() == pixelSize());
     return node;
 }
 

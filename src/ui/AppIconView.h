@@ -11,6 +11,10 @@ namespace quillbay {
 /// until the real one is there. Square; the icon fills the item and is decoded for exactly the device pixels
 /// it covers, the shadow reaches beyond it.
 ///
+/// Unless it is turned or scaled, the icon is drawn at the nearest whole device pixel, so that each of its
+/// pixels is one of the screen's: where scale factors are fractional no layout in whole units could do that,
+/// nor for a list that is scrolled.
+///
 /// One item draws all of it, since a grid holds many. Thread: main thread.
 class AppIconView : public QQuickItem
 {
@@ -43,6 +47,7 @@ protected:
 private:
     class Node;
 
+    int pixelSize() const;
     void updatePixelSize();
     void takeIcon();
 

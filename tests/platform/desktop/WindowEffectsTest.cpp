@@ -1,4 +1,4 @@
-#include "platform/desktop/XServer.h"
+#include "support/XServer.h"
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/WaylandWindowEffects.h"
 #include "platform/linux/desktop/X11WindowEffects.h"

@@ -1,4 +1,4 @@
-#include "platform/desktop/XServer.h"
+#include "support/XServer.h"
 
 namespace quillbay::testing {
 
