@@ -8,6 +8,7 @@
 #include "library/AppSortOption.h"
 #include "library/FileItem.h"
 #include "library/FolderCache.h"
+#include "library/FolderListWriter.h"
 #include "library/GridItemIdentifier.h"
 #include "library/NewlyAdded.h"
 #include "library/ScannedLibrary.h"
@@ -241,6 +242,7 @@ private:
     QList<AppItem> m_favoriteApps;
     QList<AppFolder> m_folders;
     FolderCache m_folderCache;
+    FolderListWriter m_folderWriter;
     QList<FileItem> m_recentFiles;
     QList<AppItem> m_newlyAddedApps;
     NewlyAdded m_newlyAdded; ///< The last answer, kept while it holds: it is asked at every switch.

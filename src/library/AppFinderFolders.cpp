@@ -148,7 +148,7 @@ void AppFinder::saveFolders()
 {
     const QString key = foldersKey(m_surroundings.workspaces);
     bool isExact = false;
-    const QByteArray text = encodeFolders(m_folders, &isExact);
+    const QByteArray text = m_folderWriter.write(m_folders, &isExact);
     m_surroundings.preferences.setData(key, text);
     if (isExact)
         m_folderCache.remember(key, text, m_folders);

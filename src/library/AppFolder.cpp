@@ -2,6 +2,7 @@
 
 #include "foundation/Uuid.h"
 #include "library/AppFolderReader.h"
+#include "library/FolderListWriter.h"
 #include "library/JsonText.h"
 
 namespace quillbay {
@@ -56,19 +57,17 @@ size_t qHash(const AppFolder &folder, size_t seed) noexcept
     return combine(seed, folder.sortOrder);
 }
 
-QByteArray encodeFolders(const QList<AppFolder> &folders, bool *isExact)
+QByteArray encodeFolder(const AppFolder &folder, bool *isExact)
 {
     JsonText json;
-    json.raw("[");
-    for (qsizetype i = 0; i < folders.size(); ++i) {
-        if (i > 0)
-            json.raw(",");
-        write(json, folders[i]);
-    }
-    json.raw("]");
-    if (isExact)
-        *isExact = json.isExact();
+    write(json, folder);
+    *isExact = json.isExact();
     return json.take();
+}
+
+QByteArray encodeFolders(const QList<AppFolder> &folders, bool *isExact)
+{
+    return FolderListWriter().write(folders, isExact);
 }
 
 Decoded<QList<AppFolder>> decodeFolders(const QByteArray &text)

@@ -39,6 +39,8 @@ size_t qHash(const AppFolder &folder, size_t seed = 0) noexcept;
 /// "color", "parentFolderID" (left out when absent), "createdAt", "sortOrder", in that order. What is no
 /// valid Unicode is replaced, and then `isExact` is false: decoding gives another list.
 QByteArray encodeFolders(const QList<AppFolder> &folders, bool *isExact = nullptr);
+/// The object of one folder.
+QByteArray encodeFolder(const AppFolder &folder, bool *isExact);
 
 /// The reverse. All keys but "parentFolderID" and "sortOrder" (0 when missing: older lists do not have it)
 /// are required, unknown ones are ignored; one bad record fails the whole.

@@ -7,6 +7,7 @@ target_sources(quillbay_library PRIVATE
   AppFolderReader.h AppFolderReader.cpp
   AppSearch.h AppSearch.cpp
   FolderCache.h FolderCache.cpp
+  FolderListWriter.h FolderListWriter.cpp
   FolderOrder.h FolderOrder.cpp
   GridOrder.h GridOrder.cpp
   JsonText.h JsonText.cpp)
