@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs what is missing to build and run Quillbay. Asks nothing; without anything missing it touches nothing.
 #
-#   scripts/setup.sh [--headless] [--tests] [--list]
+#   scripts/setup.sh [--headless] [--tests] [--fuzz] [--list]
 #
 #   --headless  also what a picture needs on a machine without a display
 #   --tests     also what the tests need
+#   --fuzz      also what the fuzzers need
 #   --list      only print the packages
 #
 # Environment: QUILLBAY_SKIP_SETUP=1 installs nothing, for systems whose packages have other names.
@@ -22,6 +23,7 @@ for argument; do
     case $argument in
         --headless) lists+=(headless) ;;
         --tests) lists+=(headless test) ;;
+        --fuzz) lists+=(fuzz) ;;
         --list) list_only=1 ;;
         *) fail "unknown option '$argument'; see the top of this file" ;;
     esac

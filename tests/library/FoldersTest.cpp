@@ -99,8 +99,10 @@ TEST_F(FoldersTest, ChangesOneFolderByItsIdAndStoresIt)
     finder().removeAppFromFolder(library.app(text("Maps")), stale);
     EXPECT_EQ(folders(), text("a z"));
 
-    // A folder that there is not changes nothing.
     const QByteArray before = *library.preferences.data(key());
+    EXPECT_EQ(before, encodeFolders(finder().folders())) << "nothing of an older state is stored";
+
+    // A folder that there is not changes nothing.
     stale.id = QUuid::createUuid();
     finder().renameFolder(stale, text("x"));
     finder().addAppToFolder(library.app(text("Maps")), stale);
