@@ -28,6 +28,11 @@ public:
     /// Brings a visible window to the front with the keyboard. `activationToken` is what the caller was given
     /// for it; without one, Wayland compositors may only mark the window as asking for attention.
     virtual void bringToFront(QWindow *window, const QString &activationToken) = 0;
+
+protected:
+    /// What every desktop does of it: no longer minimised, visible, in front, active. A maximised window
+    /// stays so.
+    static void showInFront(QWindow &window);
 };
 
 } // namespace quillbay::platform

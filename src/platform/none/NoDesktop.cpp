@@ -1,7 +1,5 @@
 #include "platform/none/NoDesktop.h"
 
-#include <QWindow>
-
 namespace quillbay::platform {
 
 ApplicationService::Claim NoApplicationService::claim(const QStringList &)
@@ -36,12 +34,8 @@ void NoWindowEffects::setBlurBehind(QWindow *, const QRegion &) {}
 
 void NoWindowEffects::bringToFront(QWindow *window, const QString &)
 {
-    if (!window)
-        return;
-    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->setVisible(true); // show() would make a maximised window a normal one
-    window->raise();
-    window->requestActivate();
+    if (window)
+        showInFront(*window);
 }
 
 } // namespace quillbay::platform

@@ -1,7 +1,6 @@
 #include "platform/linux/desktop/WaylandWindowEffects.h"
 
 #include <QGuiApplication>
-#include <QWindow>
 
 namespace quillbay::platform {
 
@@ -22,12 +21,9 @@ void WaylandWindowEffects::bringToFront(QWindow *window, const QString &activati
 {
     if (!window)
         return;
-    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->setVisible(true); // show() would make a maximised window a normal one
-    window->raise();
     if (!activationToken.isEmpty())
         qputenv(tokenVariable, activationToken.toUtf8());
-    window->requestActivate();
+    showInFront(*window);
     qunsetenv(tokenVariable);
 }
 

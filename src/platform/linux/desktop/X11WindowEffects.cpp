@@ -150,10 +150,7 @@ void X11WindowEffects::bringToFront(QWindow *window, const QString &activationTo
 {
     if (!window)
         return;
-    window->setWindowStates(window->windowStates() & ~Qt::WindowMinimized);
-    window->setVisible(true); // show() would make a maximised window a normal one
-    window->raise();
-    window->requestActivate();
+    showInFront(*window);
 
     const auto id = static_cast<xcb_window_t>(window->winId());
     const std::optional<quint32> time = startupTime(activationToken);
