@@ -1,5 +1,7 @@
 #include "support/XServer.h"
 
+#include <QDeadlineTimer>
+
 namespace quillbay::testing {
 
 namespace {
@@ -39,15 +41,33 @@ XServer::~XServer()
 
 void XServer::startWindowManager()
 {
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(m_display));
-    // Its theme is among the system's data.
-    environment.remove(QStringLiteral("XDG_DATA_DIRS"));
-    m_windowManager.setProcessEnvironment(environment);
+    m_windowManager.setProcessEnvironment(environment());
     m_windowManager.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_windowManager.start(QStringLiteral("openbox"), {QStringLiteral("--sm-disable")});
     if (!m_windowManager.waitForStarted(patience))
         qFatal("the window manager did not start");
+    // The last thing it sets once it manages windows.
+    const QByteArray last("_NET_CLIENT_LIST(WINDOW)");
+    QProcess reader;
+    reader.setProcessEnvironment(environment());
+    const QDeadlineTimer deadline(patience);
+    do {
+        if (deadline.hasExpired())
+            qFatal("the window manager does not manage");
+        reader.start(QStringLiteral("xprop"), {QStringLiteral("-root"), QStringLiteral("_NET_CLIENT_LIST")});
+        reader.waitForFinished(patience);
+    } while (!reader.readAllStandardOutput().contains(last));
+}
+
+QProcessEnvironment XServer::environment() const
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(m_display));
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    // The window manager ends without its theme.
+    environment.insert(QStringLiteral("XDG_DATA_DIRS"), QStringLiteral("/usr/local/share:/usr/share"));
+    environment.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), QStringLiteral("unix:path=/dev/null"));
+    return environment;
 }
 
 } // namespace quillbay::testing

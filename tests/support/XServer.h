@@ -4,8 +4,7 @@
 
 namespace quillbay::testing {
 
-/// An X server of a test's own, without a screen that anyone sees, and a window manager on it. Ends with the
-/// object.
+/// An X server of a test's own, without a screen that anyone sees. Ends with the object.
 class XServer
 {
 public:
@@ -16,7 +15,11 @@ public:
 
     /// As DISPLAY wants it.
     QByteArray display() const { return m_display; }
+    /// Returns once it manages windows: one that appears earlier may be overlooked by it for good.
     void startWindowManager();
+
+    /// For a program that is to be a client: this display, no session bus, the machine's own data.
+    QProcessEnvironment environment() const;
 
 private:
     QProcess m_server;

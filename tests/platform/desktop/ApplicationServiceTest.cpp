@@ -1,6 +1,6 @@
 #include "platform/Platform.h"
-#include "platform/desktop/PrivateBus.h"
 #include "platform/linux/desktop/DBusApplicationService.h"
+#include "support/PrivateBus.h"
 #include "support/TestHome.h"
 
 #include <QDBusArgument>

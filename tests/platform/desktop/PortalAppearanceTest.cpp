@@ -1,7 +1,7 @@
 #include "platform/linux/desktop/PortalAppearance.h"
 
 #include "platform/desktop/PortalStandIn.h"
-#include "platform/desktop/PrivateBus.h"
+#include "support/PrivateBus.h"
 #include "support/TestHome.h"
 
 #include <QDBusConnectionInterface>

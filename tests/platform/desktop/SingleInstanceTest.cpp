@@ -1,75 +1,42 @@
 #include "platform/Platform.h"
-#include "platform/desktop/PrivateBus.h"
+#include "support/PrivateBus.h"
+#include "support/TestProgram.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCall>
-#include <QProcess>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 using namespace quillbay;
 using quillbay::testing::PrivateBus;
+using quillbay::testing::TestProgram;
 
 namespace {
 
 constexpr int patience = 10000; // milliseconds
 
-/// A process of the program, spoken to line by line.
-class Instance
+/// A process of the program.
+class Instance : public TestProgram
 {
 public:
     explicit Instance(const QString &bus, const QStringList &arguments = {},
                       const QStringList &environment = {})
+        : TestProgram(QStringLiteral(INSTANCE_PROGRAM), arguments, variables(bus, environment))
     {
-        QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-        variables.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
-        variables.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-        for (const QString &entry : environment)
-            variables.insert(entry.section(QLatin1Char('='), 0, 0), entry.section(QLatin1Char('='), 1));
-        m_process.setProcessEnvironment(variables);
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QStringLiteral(INSTANCE_PROGRAM), arguments);
-    }
-    ~Instance() { kill(); }
-
-    QString nextLine()
-    {
-        while (!m_process.canReadLine()) {
-            if (!m_process.waitForReadyRead(patience))
-                return QStringLiteral("nothing more");
-        }
-        return QString::fromUtf8(m_process.readLine()).trimmed();
-    }
-    QStringList lines(int count)
-    {
-        QStringList result;
-        while (count-- > 0)
-            result.append(nextLine());
-        return result;
-    }
-    void tell(const char *line)
-    {
-        m_process.write(QByteArray(line) + '\n');
-        m_process.waitForBytesWritten(patience);
-    }
-    int exitCode()
-    {
-        if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(patience))
-            return -1;
-        return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
-    }
-    void kill()
-    {
-        if (m_process.state() == QProcess::NotRunning)
-            return;
-        m_process.kill();
-        m_process.waitForFinished(patience);
     }
 
 private:
-    QProcess m_process;
+    static QProcessEnvironment variables(const QString &bus, const QStringList &environment)
+    {
+        QProcessEnvironment result = QProcessEnvironment::systemEnvironment();
+        result.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"), bus);
+        result.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+        for (const QString &entry : environment)
+            result.insert(entry.section(QLatin1Char('='), 0, 0), entry.section(QLatin1Char('='), 1));
+        return result;
+    }
 };
 
 QDBusMessage applicationCall(const char *method)
@@ -87,13 +54,13 @@ TEST(SingleInstance, ASecondStartHandsItsUrlsAndTokenOver)
     Instance first(bus.address(), {},
                    {QStringLiteral("XDG_ACTIVATION_TOKEN=own"), QStringLiteral("DESKTOP_STARTUP_ID=own")});
     ASSERT_EQ(first.nextLine(), QStringLiteral("primary"));
-    first.tell("gui");
+    first.send("gui");
     ASSERT_EQ(first.nextLine(), QStringLiteral("gui"));
-    first.tell("start");
+    first.send("start");
     EXPECT_EQ(first.nextLine(), QStringLiteral("done start environment clean"));
 
     Instance second(bus.address(), {}, {QStringLiteral("XDG_ACTIVATION_TOKEN=token-2")});
-    EXPECT_EQ(second.lines(2),
+    EXPECT_EQ(second.take(2),
               QStringList({QStringLiteral("forwarded"), QStringLiteral("environment clean")}));
     EXPECT_EQ(second.exitCode(), 0);
     EXPECT_EQ(first.nextLine(), QStringLiteral("activated token-2"));
@@ -101,8 +68,8 @@ TEST(SingleInstance, ASecondStartHandsItsUrlsAndTokenOver)
     Instance third(bus.address(), {QStringLiteral("quillbay://a"), QStringLiteral("quillbay://b")},
                    {QStringLiteral("DESKTOP_STARTUP_ID=x_TIME7")});
     EXPECT_EQ(third.nextLine(), QStringLiteral("forwarded"));
-    EXPECT_EQ(first.lines(2), QStringList({QStringLiteral("opened quillbay://a quillbay://b"),
-                                           QStringLiteral("activated x_TIME7")}));
+    EXPECT_EQ(first.take(2), QStringList({QStringLiteral("opened quillbay://a quillbay://b"),
+                                          QStringLiteral("activated x_TIME7")}));
 }
 
 TEST(SingleInstance, CallsBeforeTheApplicationObjectArriveAfterIt)
@@ -119,13 +86,13 @@ TEST(SingleInstance, CallsBeforeTheApplicationObjectArriveAfterIt)
     ASSERT_EQ(caller.call(ping, QDBus::Block, patience).type(), QDBusMessage::ReplyMessage);
     EXPECT_FALSE(early.isFinished());
 
-    first.tell("gui");
+    first.send("gui");
     ASSERT_EQ(first.nextLine(), QStringLiteral("gui"));
     ASSERT_TRUE(QTest::qWaitFor([&early] { return early.isFinished(); }, patience));
     EXPECT_FALSE(early.isError()) << qPrintable(early.error().message());
-    first.tell("start");
-    EXPECT_EQ(first.lines(2),
-              QStringList({QStringLiteral("activated"), QStringLiteral("done start environment clean")}));
+    first.send("start");
+    EXPECT_EQ(first.take(2),
+              QStringList({QStringLiteral("activated "), QStringLiteral("done start environment clean")}));
 }
 
 TEST(SingleInstance, TheNextStartTakesOverFromAKilledOne)

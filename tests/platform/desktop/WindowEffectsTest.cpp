@@ -1,16 +1,13 @@
-#include "support/XServer.h"
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/WaylandWindowEffects.h"
 #include "platform/linux/desktop/X11WindowEffects.h"
 #include "support/TestHome.h"
+#include "support/XServer.h"
 
-#include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QRasterWindow>
 #include <QTest>
-#include <QThread>
 
-#include <algorithm>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -86,11 +83,6 @@ public:
         xcb_flush(m_connection);
         return window;
     }
-    void closeWindow(xcb_window_t window)
-    {
-        xcb_destroy_window(m_connection, window);
-        xcb_flush(m_connection);
-    }
     /// The user types into `window` now: what focus-stealing prevention goes by.
     void touch(xcb_window_t window)
     {
@@ -137,24 +129,6 @@ private:
     xcb_connection_t *m_connection;
     xcb_window_t m_root;
 };
-
-/// A window manager that is still starting up forgets windows that appear meanwhile; so shows windows, each
-/// for a moment, until one is managed.
-void waitForWindowManager()
-{
-    Peer peer;
-    const QDeadlineTimer deadline(patience);
-    while (!deadline.hasExpired()) {
-        const xcb_window_t probe = peer.openWindow();
-        for (const QDeadlineTimer moment(200); !moment.hasExpired(); QThread::msleep(2)) {
-            const auto managed = peer.property(peer.root(), "_NET_CLIENT_LIST");
-            if (std::find(managed.begin(), managed.end(), probe) != managed.end())
-                return;
-        }
-        peer.closeWindow(probe);
-    }
-    qFatal("the window manager does not manage");
-}
 
 constexpr char blurProperty[] = "_KDE_NET_WM_BLUR_BEHIND_REGION";
 
@@ -280,7 +254,6 @@ int main(int argc, char **argv)
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("QT_SCALE_FACTOR", "2");
     server.startWindowManager();
-    waitForWindowManager();
     QGuiApplication application(argc, argv);
     application.setQuitOnLastWindowClosed(false);
     ::testing::InitGoogleTest(&argc, argv);

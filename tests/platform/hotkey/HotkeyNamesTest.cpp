@@ -11,26 +11,14 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// Two layouts with Shift, keys 24 to 27.
-const X11KeyboardMapping keyboard{24,
-                                  4,
-                                  {
-                                      XK_q,
-                                      XK_Q,
-                                      XK_Cyrillic_shorti,
-                                      XK_Cyrillic_SHORTI, //
-                                      XK_w,
-                                      XK_W,
-                                      XK_q,
-                                      XK_Q, //
-                                      XK_e,
-                                      XK_E,
-                                      XK_n,
-                                      XK_N, //
-                                      XK_Num_Lock,
-                                      0,
-                                      XK_q,
-                                      0,
-                                  }};
+// clang-format off
+const X11KeyboardMapping keyboard{24, 4, {
+    XK_q, XK_Q, XK_Cyrillic_shorti, XK_Cyrillic_SHORTI,
+    XK_w, XK_W, XK_q, XK_Q,
+    XK_e, XK_E, XK_n, XK_N,
+    XK_Num_Lock, 0, XK_q, 0,
+}};
+// clang-format on
 
 TEST(X11KeymapTest, TheFirstLayoutWinsAndTheUsKeyStandsIn)
 {

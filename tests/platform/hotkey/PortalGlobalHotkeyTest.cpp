@@ -1,15 +1,14 @@
 #include "platform/linux/hotkey/PortalGlobalHotkey.h"
 
-#include "platform/hotkey/TestProgram.h"
+#include "support/PrivateBus.h"
 #include "support/TestHome.h"
+#include "support/TestProgram.h"
 
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusReply>
 #include <QSignalSpy>
 #include <QTest>
-
-#include <optional>
 
 #include <gtest/gtest.h>
 
@@ -21,10 +20,6 @@ using testing::TestProgram;
 constexpr QKeyCombination key(Qt::ControlModifier | Qt::AltModifier, Qt::Key_N);
 constexpr char ownKeyHint[] = "gapplication launch org.quillbay.Quillbay";
 
-const char busConfiguration[] = R"(<busconfig><type>session</type><listen>unix:tmpdir=/tmp</listen>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
-<allow own="*"/></policy></busconfig>)";
-
 /// A bus of the test's own, on which nothing is started by itself; then the real portal in front of a backend
 /// that the test steers.
 class PortalGlobalHotkeyTest : public ::testing::Test
@@ -33,28 +28,12 @@ protected:
     PortalGlobalHotkeyTest()
         : m_environment(QProcessEnvironment::systemEnvironment())
     {
-        const QString configuration = m_home.write(QStringLiteral("bus.conf"), busConfiguration);
-        m_busProgram = std::make_unique<TestProgram>(
-            QStringLiteral("dbus-daemon"),
-            QStringList{QStringLiteral("--nofork"), QStringLiteral("--print-address=1"),
-                        QStringLiteral("--config-file=") + configuration},
-            m_environment);
-        if (!m_busProgram->waitFor(QStringLiteral("unix:")))
-            qFatal("the bus does not start");
-        const QString address = m_busProgram->lines().constFirst();
         for (const char *bus : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"})
-            m_environment.insert(QString::fromLatin1(bus), address);
-        m_bus.emplace(QDBusConnection::connectToBus(address, address));
-        m_hotkey = std::make_unique<PortalGlobalHotkey>(*m_bus);
+            m_environment.insert(QString::fromLatin1(bus), m_busServer.address());
+        m_hotkey = std::make_unique<PortalGlobalHotkey>(m_bus);
         m_registered = std::make_unique<QSignalSpy>(m_hotkey.get(), &GlobalHotkey::registered);
         m_failed = std::make_unique<QSignalSpy>(m_hotkey.get(), &GlobalHotkey::failed);
         m_activated = std::make_unique<QSignalSpy>(m_hotkey.get(), &GlobalHotkey::activated);
-    }
-
-    ~PortalGlobalHotkeyTest() override
-    {
-        m_hotkey.reset();
-        QDBusConnection::disconnectFromBus(m_bus->name());
     }
 
     void startPortal(const char *backendInterfaces, const QString &behaviour = {})
@@ -78,7 +57,7 @@ protected:
                                                  QStringList(), environment);
         ASSERT_TRUE(QTest::qWaitFor(
             [&] {
-                return m_bus->interface()->isServiceRegistered(
+                return m_bus.interface()->isServiceRegistered(
                     QStringLiteral("org.freedesktop.portal.Desktop"));
             },
             20000));
@@ -95,7 +74,7 @@ protected:
                                            QStringLiteral("/org/freedesktop/portal/desktop"),
                                            QStringLiteral("org.quillbay.Test"), QString::fromLatin1(method));
         message.setArguments(arguments);
-        return m_bus->call(message);
+        return m_bus.call(message);
     }
 
     bool registers()
@@ -118,10 +97,10 @@ protected:
 
     const testing::TestHome m_home;
     QProcessEnvironment m_environment;
-    std::unique_ptr<TestProgram> m_busProgram;
+    testing::PrivateBus m_busServer;
+    QDBusConnection m_bus = m_busServer.connect();
     std::unique_ptr<TestProgram> m_backend;
     std::unique_ptr<TestProgram> m_portal;
-    std::optional<QDBusConnection> m_bus;
     std::unique_ptr<PortalGlobalHotkey> m_hotkey;
     std::unique_ptr<QSignalSpy> m_registered;
     std::unique_ptr<QSignalSpy> m_failed;

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "platform/hotkey/TestProgram.h"
+#include "support/XServer.h"
 
-#include <QByteArray>
 #include <QStringList>
 
 #include <cstdint>
-#include <memory>
 
 #include <xcb/xcb.h>
 
@@ -22,8 +20,7 @@ public:
     PrivateDisplay(const PrivateDisplay &) = delete;
     PrivateDisplay &operator=(const PrivateDisplay &) = delete;
 
-    /// For a program that is to be a client: this display, no session bus.
-    QProcessEnvironment environment() const;
+    QProcessEnvironment environment() const { return m_server.environment(); }
 
     /// Runs a tool of the display to its end.
     void run(const QString &program, const QStringList &arguments) const;
@@ -36,11 +33,7 @@ public:
     bool isFree(xcb_keycode_t key, std::uint16_t modifiers) const;
 
 private:
-    bool waitForWindowManager() const;
-
-    std::unique_ptr<TestProgram> m_server;
-    std::unique_ptr<TestProgram> m_windowManager;
-    QByteArray m_name;
+    XServer m_server;
     xcb_connection_t *m_connection = nullptr;
     xcb_window_t m_root = XCB_WINDOW_NONE;
 };

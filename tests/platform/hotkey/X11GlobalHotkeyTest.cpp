@@ -1,7 +1,7 @@
 #include "platform/hotkey/PrivateDisplay.h"
-#include "platform/hotkey/TestProgram.h"
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/none/NoDesktop.h"
+#include "support/TestProgram.h"
 
 #include <QSignalSpy>
 #include <QTest>

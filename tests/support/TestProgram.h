@@ -24,6 +24,9 @@ public:
     /// What follows the first such prefix; null if there is no such line.
     QString rest(const QString &prefix);
     void forget() { m_lines.clear(); }
+    /// The next so many lines, waited for and taken; fewer where no more come.
+    QStringList take(int count);
+    QString nextLine() { return take(1).value(0); }
 
     /// Whether a line that begins with `prefix` is there, or comes within a bound, `times` times.
     bool waitFor(const QString &prefix, int times = 1);
@@ -32,6 +35,8 @@ public:
 
     void send(const QByteArray &line);
     void kill();
+    /// Once it has ended; -1 if it does not, or not by itself.
+    int exitCode();
 
 private:
     QProcess m_process;

@@ -1,4 +1,4 @@
-#include "platform/hotkey/TestProgram.h"
+#include "support/TestProgram.h"
 
 #include <QDeadlineTimer>
 
@@ -51,6 +51,14 @@ QString TestProgram::rest(const QString &prefix)
     return {};
 }
 
+QStringList TestProgram::take(int count)
+{
+    waitUntil([&] { return lines().size() >= count; });
+    const QStringList taken = lines().mid(0, count);
+    m_lines.remove(0, taken.size());
+    return taken;
+}
+
 bool TestProgram::waitFor(const QString &prefix, int times)
 {
     return waitUntil([&] { return count(prefix) >= times; });
@@ -71,6 +79,14 @@ void TestProgram::send(const QByteArray &line)
 {
     m_process.write(line + '\n');
     m_process.waitForBytesWritten();
+}
+
+int TestProgram::exitCode()
+{
+    const int milliseconds = int(std::chrono::milliseconds(patience).count());
+    if (m_process.state() != QProcess::NotRunning && !m_process.waitForFinished(milliseconds))
+        return -1;
+    return m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
 }
 
 void TestProgram::kill()

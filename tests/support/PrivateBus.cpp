@@ -1,4 +1,4 @@
-#include "platform/desktop/PrivateBus.h"
+#include "support/PrivateBus.h"
 
 #include <QDBusMessage>
 #include <QDir>
