@@ -62,17 +62,6 @@ protected:
     ApplicationEnvironment m_environment;
 };
 
-TEST_F(BadInputTest, FilesThatAreNoEntries)
-{
-    write("truncated.desktop", "[Desktop Entry]\nType=Application\nExec=true\nNam");
-    write("empty.desktop", "");
-    write("zeros.desktop", QByteArray(100000, '\0'));
-    write("not-utf8.desktop", "[Desktop Entry]\nType=Application\nExec=true\nName=\xC3\x28\n");
-    write("utf16.desktop", QByteArray("[\0D\0e\0s\0k\0t\0o\0p\0", 16));
-    write("folder.desktop/inside.txt", "");
-    EXPECT_THAT(scannedFiles(), UnorderedElementsAre("good.desktop"));
-}
-
 TEST_F(BadInputTest, EnormousFilesAreRefusedAndManyLinesAreNot)
 {
     QFile huge(path("huge.desktop"));

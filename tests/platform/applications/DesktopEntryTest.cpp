@@ -132,19 +132,6 @@ TEST(DesktopEntryTest, CategoryFollowsOurOrderNotTheEntrys)
         EXPECT_EQ(displayCategory(categories).toStdString(), expected) << categories;
 }
 
-TEST(ProgramLookupTest, FindsExecutableFilesOnly)
-{
-    const std::vector<std::string> path{"/nonexistent", "/bin"};
-    ProgramLookup lookup(path);
-    EXPECT_TRUE(lookup.has("sh"));
-    EXPECT_TRUE(lookup.has("/bin/sh"));
-    EXPECT_FALSE(lookup.has("/bin"));
-    EXPECT_FALSE(lookup.has("/etc/passwd"));
-    EXPECT_FALSE(lookup.has("no-such-program"));
-    EXPECT_FALSE(lookup.has("no-such-program"));
-    EXPECT_FALSE(lookup.has(""));
-}
-
 TEST(LocaleCandidatesTest, FirstVariableThatIsSetDecides)
 {
     EXPECT_THAT(localeCandidates("", "", "", "de_AT.UTF-8@euro"),

@@ -62,6 +62,7 @@ protected:
         entry("home/applications/try-absolute.desktop", "TryExec=/bin/sh\n");
         entry("home/applications/try-missing.desktop", "TryExec=no-such-program\n");
         entry("home/applications/try-folder.desktop", "TryExec=/\n");
+        entry("home/applications/try-no-program.desktop", "TryExec=/etc/passwd\n");
         entry("home/applications/only-a.desktop", "OnlyShowIn=A;\n");
         entry("home/applications/only-ab.desktop", "OnlyShowIn=A;B\n");
         entry("home/applications/only-none.desktop", "OnlyShowIn=\n");
@@ -94,6 +95,9 @@ protected:
                      "# comment\n\n[Desktop Entry]\nType=Application\nName=Commented\nExec=true\n");
         m_home.write(QStringLiteral("data/home/applications/other-group.desktop"),
                      "[Other]\nName=x\n[Desktop Entry]\nType=Application\nName=Second group\nExec=true\n");
+        m_home.write(QStringLiteral("data/home/applications/utf16.desktop"),
+                     QByteArray("[\0D\0e\0s\0k\0t\0o\0p\0", 16));
+        m_home.write(QStringLiteral("data/home/applications/folder.desktop/inside.txt"), "");
         m_home.write(QStringLiteral("data/home/applications/empty.desktop"), "");
         m_home.write(QStringLiteral("data/home/applications/binary.desktop"), QByteArray(5000, '\0'));
         m_home.write(QStringLiteral("data/home/applications/not-an-entry.txt"),

@@ -125,12 +125,6 @@ TEST_F(IconThemeIndexTest, AFolderLinkedForDoubleDensityCountsOnce)
                                              text("icons/hicolor/48x48/apps/app.png")));
 }
 
-TEST_F(IconThemeIndexTest, ReadsHicolorThatNobodyDescribed)
-{
-    home.write(text(".local/share/icons/hicolor/128x128/apps/app.png"), "x");
-    EXPECT_THAT(find("app"), ElementsAre(text(".local/share/icons/hicolor/128x128/apps/app.png")));
-}
-
 TEST_F(IconThemeIndexTest, EndsWhenThemesInheritEachOther)
 {
     theme("A", {apps48}, "A,B,hicolor");

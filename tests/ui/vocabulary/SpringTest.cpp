@@ -86,21 +86,6 @@ INSTANTIATE_TEST_SUITE_P(Springs, SpringTest,
                                            Case{0.3, 0.7}, Case{0.25, 0.75}, Case{0.35, 0.7}, Case{0.4, 0.1},
                                            Case{0.4, 1}, Case{0.4, 1.00001}, Case{0.4, 2.5}));
 
-TEST(Spring, unitStepIsTheTextbookFormula)
-{
-    const Spring spring(0.4, 0.8);
-    const double w = 2 * std::numbers::pi / 0.4;
-    const double wd = w * 0.6;
-    for (double t = 0; t < 1; t += 0.05) {
-        const double expected =
-            1 - std::exp(-0.8 * w * t) * (std::cos(wd * t) + (0.8 * w / wd) * std::sin(wd * t));
-        EXPECT_NEAR(spring.value(t), expected, 1e-12);
-    }
-    EXPECT_EQ(spring.value(0), 0);
-    // The one overshoot of 0.8 is exp(-pi z / sqrt(1 - z^2)) high.
-    EXPECT_NEAR(spring.value(std::numbers::pi / wd), 1 + std::exp(-std::numbers::pi * 0.8 / 0.6), 1e-12);
-}
-
 TEST(Spring, withoutResponseOrWithoutAWayIsThereAtOnce)
 {
     EXPECT_EQ(Spring(0, 0.8).settleTime(), 0);

@@ -94,11 +94,5 @@ TEST(Symbol, drawsRoundSymbolsAsWideAsTheirSize)
     EXPECT_NEAR(drawn.center().y() / ratio, 10 + (screen.item->height() - 20) / 2, 1);
 }
 
-TEST(Symbol, takesNothingForANameWithoutSymbol)
-{
-    QmlScreen screen(R"(Symbol { name: "no.such.symbol" })");
-    EXPECT_EQ(screen.item->property("text"), QString());
-}
-
 } // namespace
 } // namespace quillbay
