@@ -31,7 +31,7 @@ constexpr const char *DeleteSql = "DELETE FROM preferences WHERE domain = ?1 AND
 constexpr const char *LayoutSql = "PRAGMA journal_mode = MEMORY;"
                                   "BEGIN;"
                                   "CREATE TABLE preferences(domain TEXT, key TEXT, type TEXT, value BLOB,"
-                                  " PRIMARY KEY(domain, key)) WITHOUT ROWID;"
+                                  " PRIMARY KEY(domain, key));"
                                   "PRAGMA user_version = 1;"
                                   "COMMIT;"
                                   "PRAGMA journal_mode = WAL";
@@ -73,6 +73,7 @@ struct PreferenceFile::Connection
     std::optional<Statement> select;
     std::optional<Statement> upsert;
     std::optional<Statement> remove;
+    std::optional<Statement> dataVersion;
     int errorCode = 0;
     QString errorText;
 
@@ -81,7 +82,8 @@ struct PreferenceFile::Connection
         select.emplace(database, SelectSql);
         upsert.emplace(database, UpsertSql);
         remove.emplace(database, DeleteSql);
-        for (const auto *statement : {&select, &upsert, &remove}) {
+        dataVersion.emplace(database, "PRAGMA data_version");
+        for (const auto *statement : {&select, &upsert, &remove, &dataVersion}) {
             if (!(*statement)->isPrepared())
                 return noteError(**statement);
         }
@@ -190,6 +192,7 @@ void PreferenceFile::attach(Suspicion suspicion)
 PreferenceFile::State PreferenceFile::connect()
 {
     m_connection.reset();
+    ++m_attachments;
     // Resolved anew: a link may have been laid or made to point elsewhere since.
     m_files = DatabaseFiles(m_givenPath);
     m_connection = std::make_unique<Connection>();
@@ -257,6 +260,7 @@ void PreferenceFile::continueInMemory()
 {
     report(QStringLiteral("cannot be written (%1): changes last until the program ends").arg(m_problem));
     m_isInMemory = true;
+    ++m_attachments;
     m_connection = std::make_unique<Connection>();
     Connection &c = *m_connection;
     if (!c.layOut(QStringLiteral(":memory:")) || !c.prepare()) {
@@ -316,6 +320,14 @@ Statement::Result PreferenceFile::run(std::optional<Statement> Connection::*stat
             report(text);
         return isReset ? result : Statement::Result::Error;
     }
+}
+
+std::optional<PreferenceFile::Stamp> PreferenceFile::stamp()
+{
+    std::optional<qint64> version;
+    run(
+        &Connection::dataVersion, [](Statement &) {}, [&](Statement &row) { version = row.integer(0); });
+    return version ? std::optional(Stamp{m_attachments, *version}) : std::nullopt;
 }
 
 PreferenceFile::Value PreferenceFile::read(const QString &domain, const QString &key, QLatin1StringView type)

@@ -18,9 +18,12 @@ namespace quillbay {
 ///
 /// Layout, version 1, in `user_version`:
 ///
-///     preferences(domain TEXT, key TEXT, type TEXT, value BLOB, PRIMARY KEY(domain, key)) WITHOUT ROWID
+///     preferences(domain TEXT, key TEXT, type TEXT, value BLOB, PRIMARY KEY(domain, key))
 ///
-/// Nothing is held in memory: another process may write, and a read by key costs some microseconds.
+/// Not WITHOUT ROWID, which is read and written as well: there the values stand in the index, and a look-up of
+/// any key reads every long value that it passes, a megabyte of folders among them.
+///
+/// No value is held in memory: another process may write, and a read by key costs some microseconds.
 ///
 /// A file that is no database, is damaged, or has another layout without saying so is set aside, and an empty
 /// one takes its place: at the opening, and later when a call comes upon a damaged page. This happens under a
@@ -45,6 +48,17 @@ public:
     ~PreferenceFile();
     PreferenceFile(const PreferenceFile &) = delete;
     PreferenceFile &operator=(const PreferenceFile &) = delete;
+
+    /// Changes whenever another connection has written, or another file has taken the place of this one:
+    /// while it stays, the file holds what was last read from it or written to it here. Costs a few
+    /// microseconds; nothing where the file cannot be asked.
+    struct Stamp
+    {
+        qint64 attachment;
+        qint64 dataVersion;
+        friend bool operator==(const Stamp &, const Stamp &) = default;
+    };
+    std::optional<Stamp> stamp();
 
     Value read(const QString &domain, const QString &key, QLatin1StringView type);
     /// The UTF-8 of a row that holds text, as it stands there; `known` itself, and no copy, where it is the
@@ -81,6 +95,7 @@ private:
     DatabaseFiles m_files;
     std::unique_ptr<Connection> m_connection;
     bool m_isInMemory = false;
+    qint64 m_attachments = 0;
     QString m_problem; ///< Why the last state was not Ready.
     QString m_reported;
 };

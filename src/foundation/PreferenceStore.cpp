@@ -76,14 +76,16 @@ bool survivesWriting(const QJsonObject &value)
 
 } // namespace
 
-/// The file, and arrays and dictionaries as they were when last read or written. These are not believed: each
-/// stands beside the text that it is the value of, and counts while the file has that text.
+/// The file, and data, arrays and dictionaries as they were when last read or written. These count while
+/// nobody else has written to the file; and an array or dictionary also later, while the file has the same
+/// text for it.
 struct PreferenceStore::Connection
 {
     struct Known
     {
-        QByteArray text;
-        std::variant<std::monostate, QStringList, QJsonObject> value;
+        std::optional<PreferenceFile::Stamp> stamp; ///< Of the file when it was seen to hold this.
+        QByteArray text;                            ///< What the value was decoded from; none for data.
+        std::variant<std::monostate, QByteArray, QStringList, QJsonObject> value;
     };
     using Place = std::pair<QString, QString>; ///< Domain and key.
 
@@ -92,40 +94,93 @@ struct PreferenceStore::Connection
     {
     }
 
+    /// What is known of the place as a `T`, if the file still holds it.
+    template <typename T>
+    std::optional<T> current(const Place &place)
+    {
+        const auto entry = known.constFind(place);
+        const T *value = entry == known.cend() ? nullptr : std::get_if<T>(&entry->value);
+        if (!value || !entry->stamp)
+            return {};
+        const T kept = *value; // asking the file may change what is known
+        const auto stamp = entry->stamp;
+        return file.stamp() == stamp ? std::optional(kept) : std::nullopt;
+    }
+
+    std::optional<QByteArray> readData(const Place &place)
+    {
+        if (auto value = current<QByteArray>(place))
+            return value;
+        // Asked first: what is written in between makes the stamp old, not the value.
+        const auto stamp = file.stamp();
+        std::optional<QByteArray> value = as<QByteArray>(file.read(place.first, place.second, DataType));
+        remember(place, value ? Known{stamp, {}, *value} : Known{});
+        return value;
+    }
+
     template <typename T>
     std::optional<T> read(const Place &place, QLatin1StringView type,
                           std::optional<T> (*decode)(const QJsonDocument &))
     {
+        if (auto value = current<T>(place))
+            return value;
+        const auto stamp = file.stamp();
         const Known last = known.value(place);
         const std::optional<QByteArray> text = file.readText(place.first, place.second, type, last.text);
-        if (!text) {
-            known.remove(place);
-            return {};
-        }
-        const T *value = std::get_if<T>(&last.value);
-        if (value && isSame(*text, last.text))
-            return *value;
-        // By way of UTF-16, which puts U+FFFD in the place of what is no UTF-8.
-        std::optional<T> decoded = decode(QJsonDocument::fromJson(QString::fromUtf8(*text).toUtf8()));
-        if (decoded)
-            known.insert(place, {*text, *decoded});
-        return decoded;
+        const T *kept = std::get_if<T>(&last.value);
+        std::optional<T> value;
+        if (text && kept && isSame(*text, last.text))
+            value = *kept;
+        else if (text) // By way of UTF-16, which puts U+FFFD in the place of what is no UTF-8.
+            value = decode(QJsonDocument::fromJson(QString::fromUtf8(*text).toUtf8()));
+        remember(place, value ? Known{stamp, *text, *value} : Known{});
+        return value;
+    }
+
+    bool writeData(const Place &place, const QByteArray &value)
+    {
+        if (current<QByteArray>(place) == value)
+            return !file.isInMemory();
+        return write(place, DataType, value, Known{{}, {}, value});
     }
 
     template <typename T>
-    bool write(const Place &place, QLatin1StringView type, const T &value)
+    bool writeText(const Place &place, QLatin1StringView type, const T &value)
     {
-        const Known last = known.value(place);
-        const T *kept = std::get_if<T>(&last.value);
-        if (kept && *kept == value) {
-            const std::optional<QByteArray> text = file.readText(place.first, place.second, type, last.text);
-            if (text && isSame(*text, last.text))
-                return !file.isInMemory();
-        }
+        if (current<T>(place) == value)
+            return !file.isInMemory();
         const QByteArray text = textOf(value);
-        if (survivesWriting(value))
-            known.insert(place, {text, value});
-        return file.write(place.first, place.second, type, QString::fromUtf8(text));
+        return write(place, type, QString::fromUtf8(text),
+                     survivesWriting(value) ? Known{{}, text, value} : Known{});
+    }
+
+    /// Writes, and knows the value from then on; `entry` is empty where it would be read otherwise.
+    bool write(const Place &place, QLatin1StringView type, const PreferenceFile::Value &value,
+               Known entry = {})
+    {
+        // Asked first: a stamp of later could hide what another process wrote over this.
+        const auto before = file.stamp();
+        const bool isWritten = file.write(place.first, place.second, type, value);
+        if (isWritten || file.isInMemory())
+            entry.stamp = before;
+        else
+            entry = {};
+        remember(place, std::move(entry));
+        return isWritten;
+    }
+
+    bool remove(const Place &place)
+    {
+        known.remove(place);
+        return file.remove(place.first, place.second);
+    }
+
+    void remember(const Place &place, Known entry)
+    {
+        if (entry.value.index() == 0)
+            known.remove(place);
+        else
+            known.insert(place, std::move(entry));
     }
 
     static bool isSame(const QByteArray &a, const QByteArray &b)
@@ -164,7 +219,7 @@ PreferenceStore PreferenceStore::suite(const QString &name) const
 
 std::optional<QByteArray> PreferenceStore::data(const QString &key) const
 {
-    return as<QByteArray>(m_connection->file.read(m_domain, key, DataType));
+    return m_connection->readData({m_domain, key});
 }
 
 std::optional<QString> PreferenceStore::string(const QString &key) const
@@ -195,37 +250,37 @@ std::optional<double> PreferenceStore::doubleValue(const QString &key) const
 
 bool PreferenceStore::setData(const QString &key, const QByteArray &value)
 {
-    return m_connection->file.write(m_domain, key, DataType, value);
+    return m_connection->writeData({m_domain, key}, value);
 }
 
 bool PreferenceStore::setString(const QString &key, const QString &value)
 {
-    return m_connection->file.write(m_domain, key, StringType, value);
+    return m_connection->write({m_domain, key}, StringType, value);
 }
 
 bool PreferenceStore::setStringArray(const QString &key, const QStringList &value)
 {
-    return m_connection->write({m_domain, key}, StringArrayType, value);
+    return m_connection->writeText({m_domain, key}, StringArrayType, value);
 }
 
 bool PreferenceStore::setDictionary(const QString &key, const QJsonObject &value)
 {
-    return m_connection->write({m_domain, key}, DictionaryType, value);
+    return m_connection->writeText({m_domain, key}, DictionaryType, value);
 }
 
 bool PreferenceStore::setBoolean(const QString &key, bool value)
 {
-    return m_connection->file.write(m_domain, key, BooleanType, qint64(value ? 1 : 0));
+    return m_connection->write({m_domain, key}, BooleanType, qint64(value ? 1 : 0));
 }
 
 bool PreferenceStore::setDouble(const QString &key, double value)
 {
-    return m_connection->file.write(m_domain, key, DoubleType, value);
+    return m_connection->write({m_domain, key}, DoubleType, value);
 }
 
 bool PreferenceStore::remove(const QString &key)
 {
-    return m_connection->file.remove(m_domain, key);
+    return m_connection->remove({m_domain, key});
 }
 
 bool PreferenceStore::isInMemory() const

@@ -148,7 +148,7 @@ TEST_F(PreferenceDamageTest, ADamagedPageIsFoundWhenReadOrWritten)
 TEST_F(PreferenceDamageTest, WithAJournalValuesAreWholeOrBothFilesAreSetAside)
 {
     const Image whole = image(true);
-    for (const int length : {0, 1, 100, PageSize, 2 * PageSize, 5 * PageSize + 7}) {
+    for (const int length : {0, 1, 100, PageSize, 2 * PageSize, 3 * PageSize + 7}) {
         SCOPED_TRACE(length);
         const Image cut{whole.file.left(length), whole.journal};
         lay(cut);
