@@ -16,6 +16,7 @@
 #include <QDateTime>
 #include <QEventLoop>
 #include <QTemporaryDir>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -165,6 +166,9 @@ int main(int argc, char **argv)
     QEventLoop loop;
     QObject::connect(&library.finder, &AppFinder::scanFinished, &loop, &QEventLoop::quit);
     QuillbayViewModel viewModel(library.finder, library.launcher, library.preferences);
+    loop.exec();
+    // What the program does by itself after the first scan is done before a person switches anything.
+    QTimer::singleShot(2000, &loop, &QEventLoop::quit);
     loop.exec();
     AppFinder &finder = library.finder;
     if (finder.apps().size() != applicationCount || finder.folders().size() != folderCount) {

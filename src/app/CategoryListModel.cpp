@@ -2,23 +2,45 @@
 
 #include "app/AppListModel.h"
 
+#include <algorithm>
+
 namespace quillbay {
+
+namespace {
+
+/// Most groups stay as they are: they are compared before anything is copied.
+void assign(AppListModel &model, const QList<AppItem> &apps, const QList<qsizetype> &members)
+{
+    const QList<AppItem> &shown = model.items();
+    const bool isSame =
+        std::equal(members.cbegin(), members.cend(), shown.cbegin(), shown.cend(),
+                   [&apps](qsizetype member, const AppItem &item) { return looksSame(apps[member], item); });
+    if (isSame)
+        return;
+    QList<AppItem> items;
+    items.reserve(members.size());
+    for (const qsizetype member : members)
+        items.append(apps[member]);
+    model.setItems(items);
+}
+
+} // namespace
 
 void CategoryListModel::setApps(const QList<AppItem> &apps)
 {
     QList<CategoryGroup> order;
-    QHash<QString, QList<AppItem>> grouped;
-    for (const AppItem &app : apps) {
-        QList<AppItem> &group = grouped[app.category];
+    QHash<QString, QList<qsizetype>> grouped;
+    for (qsizetype i = 0; i < apps.size(); ++i) {
+        QList<qsizetype> &group = grouped[apps[i].category];
         if (group.isEmpty())
-            order.append({app.category});
-        group.append(app);
+            order.append({apps[i].category});
+        group.append(i);
     }
     for (const CategoryGroup &group : order) {
         AppListModel *&model = m_groups[group.name];
         if (!model)
             model = new AppListModel(this);
-        model->setItems(grouped.value(group.name));
+        assign(*model, apps, grouped[group.name]);
     }
     setItems(order);
     m_groups.removeIf([&grouped](const QHash<QString, AppListModel *>::iterator group) {

@@ -139,6 +139,33 @@ auto identities(const QList<Item> &list)
     return result;
 }
 
+/// Does a step to a list. What comes in is made by `make` of its index in the new list.
+template <typename List, typename Make>
+void apply(const ListStep &step, List &list, Make make)
+{
+    const auto row = list.begin() + step.row;
+    switch (step.kind) {
+    case ListStep::Kind::Remove:
+        list.erase(row, row + step.count);
+        break;
+    case ListStep::Kind::Insert: {
+        List filled;
+        filled.reserve(list.size() + decltype(list.size())(step.count));
+        std::copy(list.begin(), row, std::back_inserter(filled));
+        for (int i = 0; i < step.count; ++i)
+            filled.push_back(make(step.target + i));
+        std::copy(row, list.end(), std::back_inserter(filled));
+        list = std::move(filled);
+        break;
+    }
+    case ListStep::Kind::Move:
+        if (step.target > step.row)
+            std::rotate(row, row + step.count, list.begin() + step.target);
+        else
+            std::rotate(list.begin() + step.target, row, row + step.count);
+    }
+}
+
 } // namespace list_steps
 
 template <typename Item>

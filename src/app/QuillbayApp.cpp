@@ -46,21 +46,29 @@ void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
     m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
-    announceFirstGrid();
+    announceFirstGrid(window);
     m_appDelegate->applicationDidFinishLaunching(show);
 }
 
-void QuillbayApp::announceFirstGrid()
+void QuillbayApp::announceFirstGrid(const QQuickWindow &window)
 {
     connect(
         &m_appFinder, &AppFinder::scanFinished, this,
-        [this] {
-            m_mainWindow->whenPainted([this] {
+        [this, &window] {
+            m_mainWindow->whenPainted([this, &window] {
                 printLine(QStringLiteral("🗂️ Showing %1 applications")
                               .arg(m_viewModel.filteredApps()->count()));
+                // Only now: until the first picture stands its own icons have the machine to themselves.
+                fetchIconsFor(window);
+                connect(&window, &QWindow::screenChanged, this, [this, &window] { fetchIconsFor(window); });
             });
         },
         Qt::SingleShotConnection);
+}
+
+void QuillbayApp::fetchIconsFor(const QQuickWindow &window)
+{
+    m_appFinder.setIconPixelSize(int(std::lround(tileIconEdge * window.effectiveDevicePixelRatio())));
 }
 
 } // namespace quillbay

@@ -44,7 +44,8 @@ public:
     void finishLaunching(QQuickWindow &window, bool show);
 
 private:
-    void announceFirstGrid();
+    void announceFirstGrid(const QQuickWindow &window);
+    void fetchIconsFor(const QQuickWindow &window);
 
     platform::Platform &m_platform;
     platform::ApplicationService &m_service;

@@ -100,14 +100,20 @@ void QuillbayViewModel::updateFilteredApps()
 
 void QuillbayViewModel::updateUnifiedGridItems()
 {
-    if (!m_categorisedApps.isSharedWith(m_appFinder.apps())) {
-        m_categorisedApps = m_appFinder.apps();
+    const QList<GridItemIdentifier> order = m_appFinder.getUnifiedGridOrder();
+    const bool sameApps = m_gridSources.apps.isSharedWith(m_appFinder.apps());
+    if (sameApps && m_gridSources.folders.isSharedWith(m_appFinder.folders()) &&
+        m_gridSources.order.isSharedWith(order) &&
+        m_gridSources.hiddenFolders == m_appFinder.hiddenFolderIDs())
+        return;
+    if (!sameApps) {
         m_categories.clear();
-        for (const AppItem &app : std::as_const(m_categorisedApps))
+        for (const AppItem &app : m_appFinder.apps())
             m_categories.insert(app.category);
     }
-    m_unifiedGridItems.setItems(quillbay::unifiedGridItems(m_appFinder.getRootFolders(), m_categories,
-                                                           m_appFinder.getUnifiedGridOrder()));
+    m_gridSources = {m_appFinder.apps(), m_appFinder.folders(), m_appFinder.hiddenFolderIDs(), order};
+    m_unifiedGridItems.setItems(
+        quillbay::unifiedGridItems(m_appFinder.getRootFolders(), m_categories, order));
 }
 
 } // namespace quillbay

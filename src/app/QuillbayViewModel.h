@@ -151,8 +151,17 @@ private:
     CategoryListModel m_groupedAppsByCategory;
     GridListModel m_unifiedGridItems;
     bool m_isHiddenUnlocked = false;
-    QList<AppItem> m_categorisedApps; ///< Those that `m_categories` was made of.
-    QSet<QString> m_categories;
+    QSet<QString> m_categories; ///< Of all applications.
+
+    /// What `unifiedGridItems` was made of.
+    struct GridSources
+    {
+        QList<AppItem> apps;
+        QList<AppFolder> folders;
+        QSet<QUuid> hiddenFolders;
+        QList<GridItemIdentifier> order;
+    };
+    GridSources m_gridSources;
     QTimer m_searchPause;
     KeyMonitor m_keyMonitor;
 };

@@ -47,8 +47,8 @@ QList<AppItem> ShownApps::list(const SidebarSelection *selection, const QString 
         return query.isEmpty() ? hidden : appsMatching(m_finder.getSortedApps(hidden), query);
     }
     if (!query.isEmpty())
-        return appsMatching(base().sorted, query);
-    return selection ? selected(*selection) : base().sorted;
+        return appsMatching(sortedVisible(), query);
+    return selection ? selected(*selection) : sortedVisible();
 }
 
 QList<AppItem> ShownApps::selected(const SidebarSelection &selection) const
@@ -73,32 +73,33 @@ QList<AppItem> ShownApps::selected(const SidebarSelection &selection) const
     }
     case SidebarSelection::Case::category: {
         QList<AppItem> members;
-        for (const AppItem &app : base().visible) {
-            if (app.category == selection.categoryName())
+        for (const AppItem &app : m_finder.apps()) {
+            if (app.category == selection.categoryName() && !m_finder.hiddenAppPaths().contains(app.path))
                 members.append(app);
         }
         return members;
     }
     }
-    return base().sorted;
+    return sortedVisible();
 }
 
-const ShownApps::Base &ShownApps::base() const
+const QList<AppItem> &ShownApps::sortedVisible() const
 {
     const AppSortOption option = m_finder.allAppsSortOption();
-    const bool sameApps =
-        m_base.apps.isSharedWith(m_finder.apps()) && m_base.hidden == m_finder.hiddenAppPaths();
-    const bool sameOrder = m_base.option == option &&
-                           (option != AppSortOption::recentlyUsed || m_base.recents == m_finder.recentApps());
-    if (!sameApps || !sameOrder) {
-        m_base.apps = m_finder.apps();
-        m_base.hidden = m_finder.hiddenAppPaths();
-        m_base.recents = m_finder.recentApps();
-        m_base.option = option;
-        m_base.visible = withoutHidden(m_base.apps, m_base.hidden);
-        m_base.sorted = m_finder.getSortedApps(m_base.visible);
+    const bool sameOrder = m_apps.isSharedWith(m_finder.apps()) && m_option == option &&
+                           (option != AppSortOption::recentlyUsed || m_recents == m_finder.recentApps());
+    if (!sameOrder) {
+        m_apps = m_finder.apps();
+        m_recents = m_finder.recentApps();
+        m_option = option;
+        m_sorted = m_finder.getSortedApps(m_apps);
     }
-    return m_base;
+    // What is left out of a sorted list leaves it sorted: hiding needs no sort.
+    if (!sameOrder || m_hidden != m_finder.hiddenAppPaths()) {
+        m_hidden = m_finder.hiddenAppPaths();
+        m_visible = withoutHidden(m_sorted, m_hidden);
+    }
+    return m_visible;
 }
 
 } // namespace quillbay

@@ -35,19 +35,16 @@ public:
 private:
     QList<AppItem> selected(const SidebarSelection &selection) const;
 
-    const AppFinder &m_finder;
+    const QList<AppItem> &sortedVisible() const;
 
-    struct Base
-    {
-        QList<AppItem> apps;
-        QSet<QString> hidden;
-        QList<AppItem> recents;
-        AppSortOption option = AppSortOption::nameAscending;
-        QList<AppItem> visible; ///< In the order of `apps`.
-        QList<AppItem> sorted;
-    };
-    const Base &base() const;
-    mutable Base m_base;
+    const AppFinder &m_finder;
+    // What the kept lists were made of, and they.
+    mutable QList<AppItem> m_apps;
+    mutable QList<AppItem> m_recents;
+    mutable AppSortOption m_option = AppSortOption::nameAscending;
+    mutable QSet<QString> m_hidden;
+    mutable QList<AppItem> m_sorted;
+    mutable QList<AppItem> m_visible;
 };
 
 } // namespace quillbay

@@ -6,6 +6,8 @@
 #include <QList>
 
 #include <algorithm>
+#include <numeric>
+#include <vector>
 
 namespace quillbay {
 
@@ -39,8 +41,9 @@ protected:
     virtual void announceCount() = 0;
 
 private:
-    void apply(const ListStep &step, const QList<Item> &items);
-    void replaceMiddle(const QList<Item> &items);
+    void begin(const ListStep &step);
+    void end(const ListStep &step);
+    std::vector<ListStep> replacementOfMiddle(const QList<Item> &items) const;
 
     QList<Item> m_items;
 };
@@ -60,54 +63,60 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
         m_items = items; // equal to the eye, but keys and shared storage are the new list's
         return;
     }
-    const int before = count();
-    if (const auto steps = listSteps(m_items, items, mostSteps)) {
-        for (const ListStep &step : *steps)
-            apply(step, items);
-    } else {
-        replaceMiddle(items);
-    }
-    for (int row = 0; row < count(); ++row) {
-        if (!looksSame(m_items.at(row), items.at(row))) {
-            m_items[row] = items[row];
-            Q_EMIT this->dataChanged(this->index(row), this->index(row));
-        }
+    const QList<Item> old = m_items;
+    const auto found = listSteps(m_items, items, mostSteps);
+    const std::vector<ListStep> steps = found ? *found : replacementOfMiddle(items);
+    std::vector<int> origins(size_t(old.size())); // the row of the old list, or -1
+    std::iota(origins.begin(), origins.end(), 0);
+    for (size_t i = 0; i < steps.size(); ++i) {
+        begin(steps[i]);
+        list_steps::apply(steps[i], origins, [](int) { return -1; });
+        // The last step ends at the new list: a single one copies nothing.
+        if (i + 1 == steps.size())
+            m_items = items;
+        else
+            list_steps::apply(steps[i], m_items, [&items](int target) { return items[target]; });
+        end(steps[i]);
     }
     m_items = items;
-    if (count() != before)
+    for (int row = 0; row < count(); ++row) {
+        const int origin = origins[size_t(row)];
+        if (origin >= 0 && !looksSame(old[origin], m_items[row]))
+            Q_EMIT this->dataChanged(this->index(row), this->index(row));
+    }
+    if (count() != old.size())
         announceCount();
 }
 
 template <typename Item>
-void SteppedListModel<Item>::apply(const ListStep &step, const QList<Item> &items)
+void SteppedListModel<Item>::begin(const ListStep &step)
 {
     const int last = step.row + step.count - 1;
     switch (step.kind) {
     case ListStep::Kind::Remove:
-        this->beginRemoveRows({}, step.row, last);
-        m_items.remove(step.row, step.count);
-        this->endRemoveRows();
-        break;
+        return this->beginRemoveRows({}, step.row, last);
     case ListStep::Kind::Insert:
-        this->beginInsertRows({}, step.row, last);
-        m_items = m_items.mid(0, step.row) + items.mid(step.target, step.count) + m_items.mid(step.row);
-        this->endInsertRows();
-        break;
-    case ListStep::Kind::Move: {
+        return this->beginInsertRows({}, step.row, last);
+    case ListStep::Kind::Move:
         this->beginMoveRows({}, step.row, last, {}, step.target);
-        const auto begin = m_items.begin();
-        if (step.target > step.row)
-            std::rotate(begin + step.row, begin + last + 1, begin + step.target);
-        else
-            std::rotate(begin + step.target, begin + step.row, begin + last + 1);
-        this->endMoveRows();
-        break;
-    }
     }
 }
 
 template <typename Item>
-void SteppedListModel<Item>::replaceMiddle(const QList<Item> &items)
+void SteppedListModel<Item>::end(const ListStep &step)
+{
+    switch (step.kind) {
+    case ListStep::Kind::Remove:
+        return this->endRemoveRows();
+    case ListStep::Kind::Insert:
+        return this->endInsertRows();
+    case ListStep::Kind::Move:
+        this->endMoveRows();
+    }
+}
+
+template <typename Item>
+std::vector<ListStep> SteppedListModel<Item>::replacementOfMiddle(const QList<Item> &items) const
 {
     const auto same = list_steps::sameItem<Item>;
     const auto fromStart =
@@ -119,10 +128,12 @@ void SteppedListModel<Item>::replaceMiddle(const QList<Item> &items)
         std::min(int(fromEnd.first - m_items.crbegin()), int(std::min(m_items.size(), items.size())) - head);
     const int gone = count() - head - tail;
     const int come = int(items.size()) - head - tail;
+    std::vector<ListStep> steps;
     if (gone > 0)
-        apply({ListStep::Kind::Remove, head, gone, 0}, items);
+        steps.push_back({ListStep::Kind::Remove, head, gone, 0});
     if (come > 0)
-        apply({ListStep::Kind::Insert, head, come, head}, items);
+        steps.push_back({ListStep::Kind::Insert, head, come, head});
+    return steps;
 }
 
 } // namespace quillbay

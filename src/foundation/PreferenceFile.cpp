@@ -2,6 +2,7 @@
 
 #include "foundation/Database.h"
 #include "foundation/FolderLock.h"
+#include "foundation/JournalMerge.h"
 
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -28,7 +29,8 @@ constexpr const char *UpsertSql =
     " ON CONFLICT(domain, key) DO UPDATE SET type = excluded.type, value = excluded.value";
 constexpr const char *DeleteSql = "DELETE FROM preferences WHERE domain = ?1 AND key = ?2";
 // Nobody knows the file yet, so its first content needs no journal on disk.
-constexpr const char *LayoutSql = "PRAGMA journal_mode = MEMORY;"
+constexpr const char *LayoutSql = "PRAGMA page_size = 16384;"
+                                  "PRAGMA journal_mode = MEMORY;"
                                   "BEGIN;"
                                   "CREATE TABLE preferences(domain TEXT, key TEXT, type TEXT, value BLOB,"
                                   " PRIMARY KEY(domain, key));"
@@ -74,6 +76,7 @@ struct PreferenceFile::Connection
     std::optional<Statement> upsert;
     std::optional<Statement> remove;
     std::optional<Statement> dataVersion;
+    std::optional<JournalMerge> merge;
     int errorCode = 0;
     QString errorText;
 
@@ -136,6 +139,8 @@ struct PreferenceFile::Connection
         const State state = checkLayout(files);
         if (state == State::Ready && !database.setJournalKeptAtClose(false))
             return problem(State::Unusable, database.errorText());
+        if (state == State::Ready)
+            merge.emplace(database, files.path());
         return state;
     }
 
@@ -365,7 +370,10 @@ bool PreferenceFile::write(const QString &domain, const QString &key, QLatin1Str
         statement.bindText(1, domain).bindText(2, key).bindText(3, QString(type));
         std::visit(Binder{statement, 4}, value);
     };
-    return run(&Connection::upsert, bind, {}) == Statement::Result::Done && !m_isInMemory;
+    const bool isDone = run(&Connection::upsert, bind, {}) == Statement::Result::Done;
+    if (m_connection->merge)
+        m_connection->merge->afterWrite();
+    return isDone && !m_isInMemory;
 }
 
 bool PreferenceFile::remove(const QString &domain, const QString &key)

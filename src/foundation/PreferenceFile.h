@@ -20,8 +20,8 @@ namespace quillbay {
 ///
 ///     preferences(domain TEXT, key TEXT, type TEXT, value BLOB, PRIMARY KEY(domain, key))
 ///
-/// Not WITHOUT ROWID, which is read and written as well: there the values stand in the index, and a look-up of
-/// any key reads every long value that it passes, a megabyte of folders among them.
+/// Not WITHOUT ROWID, which is read and written as well: there the values stand in the index, and a look-up
+/// of any key reads every long value that it passes, a megabyte of folders among them.
 ///
 /// No value is held in memory: another process may write, and a read by key costs some microseconds.
 ///

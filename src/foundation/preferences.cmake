@@ -4,5 +4,6 @@ target_sources(quillbay_foundation PRIVATE
   Statement.h Statement.cpp
   FolderLock.h FolderLock.cpp
   DatabaseFiles.h DatabaseFiles.cpp
+  JournalMerge.h JournalMerge.cpp
   PreferenceFile.h PreferenceFile.cpp
   PreferenceStore.h PreferenceStore.cpp)

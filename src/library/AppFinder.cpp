@@ -5,8 +5,11 @@
 #include "platform/ApplicationSource.h"
 #include "platform/FolderWatch.h"
 #include "platform/RecentDocuments.h"
+#include "workspaces/WorkspaceManager.h"
 
 #include <QDateTime>
+
+#include <utility>
 
 namespace quillbay {
 
@@ -53,6 +56,7 @@ void AppFinder::handOver(ScannedLibrary found)
     loadNewlyAdded();
     fetchRecentFiles();
     setIsScanning(false);
+    decodeFoldersAhead();
     if (m_isMonitoring)
         m_surroundings.folderWatch.watch(m_surroundings.applications.folders());
     Q_EMIT scanFinished();
@@ -84,6 +88,38 @@ void AppFinder::prefetchIcons() const
     for (const AppItem &app : apps())
         paths.append(app.path);
     AppIconLoader::prefetchIcons(paths, m_iconPixelSize);
+}
+
+void AppFinder::decodeFoldersAhead()
+{
+    if (std::exchange(m_isDecodingAhead, true))
+        return;
+    QStringList keys;
+    for (const Workspace &workspace : m_surroundings.workspaces.workspaces()) {
+        if (workspace.id != m_surroundings.workspaces.activeWorkspaceID())
+            keys.append(WorkspaceManager::key(QStringLiteral("AppFolders"), workspace.id));
+    }
+    decodeFoldersOf(keys);
+}
+
+void AppFinder::decodeFoldersOf(QStringList keys)
+{
+    if (keys.isEmpty())
+        return;
+    const QString key = keys.takeFirst();
+    const QByteArray text = m_surroundings.preferences.data(key).value_or(QByteArray());
+    m_pool.start([this, key, text, keys] {
+        const Decoded<QList<AppFolder>> decoded = decodeFolders(text);
+        const QList<AppFolder> *folders = decodedValue(decoded);
+        QMetaObject::invokeMethod(
+            this,
+            [this, key, text, keys, folders = folders ? *folders : QList<AppFolder>()] {
+                if (!text.isEmpty())
+                    m_folderCache.remember(key, text, folders);
+                decodeFoldersOf(keys);
+            },
+            Qt::QueuedConnection);
+    });
 }
 
 void AppFinder::setIsScanning(bool scanning)

@@ -161,7 +161,8 @@ public:
 
     // Unified grid order (AppFinderGridOrder.cpp).
 
-    /// The stored arrangement: neither complete nor free of what is gone.
+    /// The stored arrangement: neither complete nor free of what is gone. The same list, shared, while the
+    /// same is stored.
     QList<GridItemIdentifier> getUnifiedGridOrder() const;
     /// Moves within `currentItems` by the move rule and stores the whole; a folder's `sortOrder` becomes its
     /// place among all cells. The folders are not sorted anew.
@@ -215,6 +216,10 @@ Q_SIGNALS:
 private:
     void handOver(ScannedLibrary found);
     void reloadWorkspace();
+    /// Once, after the first scan: the folders of the other workspaces, so that the first switch to one finds
+    /// them decoded. One at a time, on a worker.
+    void decodeFoldersAhead();
+    void decodeFoldersOf(QStringList keys);
     /// One more announcement, for who recomputed before the change.
     void sendResult() { Q_EMIT objectWillChange(); }
     void prefetchIcons() const;
@@ -249,9 +254,16 @@ private:
     AppSortOption m_allAppsSortOption = AppSortOption::nameAscending;
     QSet<QString> m_hiddenAppPaths;
     QSet<QUuid> m_hiddenFolderIDs;
+    struct ParsedOrder
+    {
+        std::optional<QStringList> texts;
+        QList<GridItemIdentifier> cells;
+    };
+    mutable ParsedOrder m_parsedOrder; ///< The grid order last read: it is asked at every announcement.
     int m_iconPixelSize = 0;
     bool m_isScanning = false;
     bool m_isMonitoring = false;
+    bool m_isDecodingAhead = false;
 };
 
 /// Reads, keys and sorts: what a scan does on its worker. Any thread.

@@ -16,12 +16,14 @@ QString orderKey(const WorkspaceManager &workspaces)
 QList<GridItemIdentifier> AppFinder::getUnifiedGridOrder() const
 {
     const auto stored = m_surroundings.preferences.stringArray(orderKey(m_surroundings.workspaces));
-    QList<GridItemIdentifier> order;
-    for (const QString &text : stored.value_or(QStringList())) {
-        if (const auto cell = GridItemIdentifier::fromString(text))
-            order.append(*cell);
+    if (stored != m_parsedOrder.texts) {
+        m_parsedOrder = {stored, {}};
+        for (const QString &text : stored.value_or(QStringList())) {
+            if (const auto cell = GridItemIdentifier::fromString(text))
+                m_parsedOrder.cells.append(*cell);
+        }
     }
-    return order;
+    return m_parsedOrder.cells;
 }
 
 void AppFinder::reorderUnifiedItems(const QList<qsizetype> &from, qsizetype to,

@@ -22,6 +22,7 @@ QByteArray FolderListWriter::write(const QList<AppFolder> &folders, bool *isExac
     written.reserve(folders.size());
     QByteArrayList texts;
     texts.reserve(folders.size());
+    qsizetype size = 2;
     bool isAllExact = true;
     for (const AppFolder &folder : folders) {
         auto known = m_written.constFind(folder.id);
@@ -31,13 +32,23 @@ QByteArray FolderListWriter::write(const QList<AppFolder> &folders, bool *isExac
             known = m_written.insert(folder.id, {folder, text, isFolderExact});
         }
         texts.append(known->text);
+        size += known->text.size() + 1;
         isAllExact = isAllExact && known->isExact;
         written.insert(folder.id, *known);
     }
     m_written = std::move(written);
     if (isExact)
         *isExact = isAllExact;
-    return '[' + texts.join(',') + ']';
+
+    QByteArray list;
+    list.reserve(size);
+    list.append('[');
+    for (const QByteArray &text : std::as_const(texts)) {
+        if (list.size() > 1)
+            list.append(',');
+        list.append(text);
+    }
+    return list.append(']');
 }
 
 } // namespace quillbay

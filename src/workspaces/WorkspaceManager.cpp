@@ -22,11 +22,6 @@ constexpr OwnedKey ownedKeys[] = {
     {"AppFolders", true},        {"recentApps", false},           {"favoriteApps", false},
     {"unifiedGridOrder", false}, {"quillbay_sticky_notes", true}, {"quillbay_code_snippets", true}};
 
-QString suffixed(const QString &baseKey, const QUuid &id)
-{
-    return baseKey + QLatin1Char('_') + uuidString(id);
-}
-
 Workspace defaultWorkspace()
 {
     return {QUuid(0xD3B07384, 0xD113, 0x4E4E, 0xA3, 0x43, 0xA3, 0x3A, 0x0A, 0x26, 0xF3, 0xD3),
@@ -67,9 +62,9 @@ void WorkspaceManager::migrateLegacyData(const QUuid &id)
         const QString base = QString::fromLatin1(owned.base);
         if (owned.isData) {
             if (const auto value = m_preferences.data(base))
-                m_preferences.setData(suffixed(base, id), *value);
+                m_preferences.setData(key(base, id), *value);
         } else if (const auto value = m_preferences.stringArray(base)) {
-            m_preferences.setStringArray(suffixed(base, id), *value);
+            m_preferences.setStringArray(key(base, id), *value);
         }
     }
 }
@@ -126,7 +121,7 @@ void WorkspaceManager::deleteWorkspace(const Workspace &workspace)
     if (wasActive)
         setActiveWorkspaceID(m_workspaces.isEmpty() ? QUuid::createUuid() : m_workspaces.first().id);
     for (const OwnedKey &owned : ownedKeys)
-        m_preferences.remove(suffixed(QString::fromLatin1(owned.base), id));
+        m_preferences.remove(key(QString::fromLatin1(owned.base), id));
 }
 
 void WorkspaceManager::saveWorkspaces()
@@ -136,7 +131,12 @@ void WorkspaceManager::saveWorkspaces()
 
 QString WorkspaceManager::key(const QString &baseKey) const
 {
-    return suffixed(baseKey, m_activeWorkspaceID);
+    return key(baseKey, m_activeWorkspaceID);
+}
+
+QString WorkspaceManager::key(const QString &baseKey, const QUuid &id)
+{
+    return baseKey + QLatin1Char('_') + uuidString(id);
 }
 
 } // namespace quillbay

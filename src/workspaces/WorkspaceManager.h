@@ -51,6 +51,8 @@ public:
     /// `baseKey`, "_" and the active identifier in upper case. Asked for at each read and write: nobody keeps
     /// a copy.
     QString key(const QString &baseKey) const;
+    /// The same for any workspace.
+    static QString key(const QString &baseKey, const QUuid &id);
 
 Q_SIGNALS:
     void workspacesChanged();

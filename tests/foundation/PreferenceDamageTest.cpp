@@ -10,7 +10,7 @@ namespace quillbay {
 namespace {
 
 constexpr int RecordCount = 150;
-constexpr int PageSize = 4096;
+constexpr int PageSize = 16384;
 
 QString keyOf(int number)
 {
@@ -19,7 +19,7 @@ QString keyOf(int number)
 
 QString valueOf(int number)
 {
-    return QString::number(number).repeated(60);
+    return QString::number(number).repeated(600);
 }
 
 } // namespace
