@@ -55,6 +55,7 @@ public:
         return made;
     }
 
+    platform::FileDates dates(const QString &) const override { return {1.6e9, 1.6e9}; }
     std::optional<platform::ApplicationDetails> read(const QString &) const override { return {}; }
 };
 
@@ -121,11 +122,12 @@ int main(int argc, char **argv)
     platform::NoFolderWatch watch;
     platform::NoApplicationLauncher launcher;
     platform::NoRecentDocuments documents;
+    const platform::NoIconSource icons;
     const QTemporaryDir folder;
     const PreferenceStore preferences(folder.filePath(QStringLiteral("preferences.sqlite")));
     NotificationCenter notifications;
     WorkspaceManager workspaces(preferences, notifications);
-    AppFinder finder({source, watch, documents, preferences, workspaces, notifications});
+    AppFinder finder({source, watch, documents, icons, preferences, workspaces, notifications});
     QEventLoop loop;
     QObject::connect(&finder, &AppFinder::scanFinished, &loop, &QEventLoop::quit);
     QuillbayViewModel viewModel(finder, launcher, preferences);

@@ -57,11 +57,11 @@ public:
             application.path = pathOf(i);
             application.category = QString::fromLatin1(categories[i % 8]);
             application.sortKey = application.name.toCaseFolded().toUtf8();
-            application.created = application.modified = 1.6e9 + i;
         }
         return made;
     }
 
+    platform::FileDates dates(const QString &) const override { return {1.6e9, 1.6e9}; }
     std::optional<platform::ApplicationDetails> read(const QString &) const override { return {}; }
 };
 
@@ -118,7 +118,7 @@ struct Library
     Library()
         : preferences(folder.filePath(QStringLiteral("preferences.sqlite")))
         , workspaces(preferences, notifications)
-        , finder({source, watch, documents, preferences, workspaces, notifications})
+        , finder({source, watch, documents, icons, preferences, workspaces, notifications})
     {
     }
 
@@ -126,6 +126,7 @@ struct Library
     MadeApplications source;
     platform::NoFolderWatch watch;
     platform::NoRecentDocuments documents;
+    platform::NoIconSource icons;
     platform::NoApplicationLauncher launcher;
     PreferenceStore preferences;
     NotificationCenter notifications;

@@ -14,7 +14,9 @@
 #include "platform/WindowEffects.h"
 
 #include <QQuickWindow>
+#include <QTimer>
 
+#include <chrono>
 #include <cmath>
 
 namespace quillbay {
@@ -23,6 +25,8 @@ namespace {
 
 /// Edge of the icon on a tile, in device-independent pixels.
 constexpr int tileIconEdge = 80;
+/// From the first painted grid to the fetching of icons that it does not show.
+constexpr std::chrono::seconds prefetchDelay(2);
 
 } // namespace
 
@@ -33,8 +37,8 @@ QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationServ
     , m_service(service)
     , m_preferences(preferences)
     , m_notifications(notifications)
-    , m_appFinder({*platform.applications, *platform.folderWatch, *platform.recentDocuments, preferences,
-                   workspaces, notifications})
+    , m_appFinder({*platform.applications, *platform.folderWatch, *platform.recentDocuments, *platform.icons,
+                   preferences, workspaces, notifications})
     , m_viewModel(m_appFinder, *platform.launcher, preferences)
 {
 }
@@ -58,9 +62,12 @@ void QuillbayApp::announceFirstGrid(const QQuickWindow &window)
             m_mainWindow->whenPainted([this, &window] {
                 printLine(QStringLiteral("🗂️ Showing %1 applications")
                               .arg(m_viewModel.filteredApps()->count()));
-                // Only now: until the first picture stands its own icons have the machine to themselves.
-                fetchIconsFor(window);
-                connect(&window, &QWindow::screenChanged, this, [this, &window] { fetchIconsFor(window); });
+                // The icons of the first picture have the machine to themselves.
+                QTimer::singleShot(prefetchDelay, this, [this, &window] {
+                    fetchIconsFor(window);
+                    connect(&window, &QWindow::screenChanged, this,
+                            [this, &window] { fetchIconsFor(window); });
+                });
             });
         },
         Qt::SingleShotConnection);

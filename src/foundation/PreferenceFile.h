@@ -69,6 +69,7 @@ public:
     bool write(const QString &domain, const QString &key, QLatin1StringView type, const Value &value);
     bool remove(const QString &domain, const QString &key);
 
+    const QString &path() const { return m_givenPath; }
     bool isInMemory() const { return m_isInMemory; }
 
 private:

@@ -283,6 +283,11 @@ bool PreferenceStore::remove(const QString &key)
     return m_connection->remove({m_domain, key});
 }
 
+QString PreferenceStore::path() const
+{
+    return m_connection->file.path();
+}
+
 bool PreferenceStore::isInMemory() const
 {
     return m_connection->file.isInMemory();

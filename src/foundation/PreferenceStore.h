@@ -60,6 +60,8 @@ public:
     /// True as well where there was no value.
     bool remove(const QString &key);
 
+    /// The file, as it was given: for a store of another thread.
+    QString path() const;
     /// Whether nothing can be kept beyond the session.
     bool isInMemory() const;
 

@@ -16,6 +16,7 @@ namespace quillbay {
 AppFinder::AppFinder(const Surroundings &surroundings, QObject *parent)
     : ObservableObject(parent)
     , m_surroundings(surroundings)
+    , m_preferencesPath(surroundings.preferences.path())
 {
     if (!m_surroundings.now)
         m_surroundings.now = [] { return double(QDateTime::currentMSecsSinceEpoch()) / 1000; };
@@ -49,11 +50,10 @@ void AppFinder::handOver(ScannedLibrary found)
     publish(m_library, std::move(found), &AppFinder::appsChanged);
     prefetchIcons();
     loadSortOption();
-    updateNewlyAddedApps();
+    adoptNewlyAdded();
     loadRecents();
     loadFavorites();
     loadFolders();
-    loadNewlyAdded();
     fetchRecentFiles();
     setIsScanning(false);
     decodeFoldersAhead();

@@ -18,6 +18,7 @@
 #include <QThreadPool>
 #include <QTimer>
 
+#include <atomic>
 #include <functional>
 
 namespace quillbay {
@@ -28,6 +29,7 @@ class WorkspaceManager;
 namespace platform {
 class ApplicationSource;
 class FolderWatch;
+class IconSource;
 class RecentDocuments;
 struct RecentDocument;
 } // namespace platform
@@ -71,6 +73,7 @@ public:
         const platform::ApplicationSource &applications;
         platform::FolderWatch &folderWatch;
         platform::RecentDocuments &recentDocuments;
+        const platform::IconSource &icons;
         PreferenceStore preferences;
         WorkspaceManager &workspaces;
         NotificationCenter &notifications;
@@ -194,7 +197,8 @@ public:
 
     // Recent documents (AppFinderRecentFiles.cpp).
 
-    /// Documents used in the last three days, the last used first, at most 30. Made anew by each query.
+    /// Documents used in the last three days, the last used first, at most 30, with the icons of their kinds.
+    /// Made anew by each query.
     const QList<FileItem> &recentFiles() const { return m_recentFiles; }
     /// Starts a query, which ends the one before; the list follows later.
     void fetchRecentFiles();
@@ -226,7 +230,11 @@ private:
     void scheduleRescan();
     void rescan();
     void setIsScanning(bool scanning);
+    /// On the scan's worker, with a look into the preferences of its own.
+    void readNewlyAdded(ScannedLibrary &library) const;
+    void adoptNewlyAdded();
     void updateNewlyAddedApps();
+    void saveFirstSeen();
     void saveNewlyAdded();
     void loadNewlyAdded();
     void setAppHidden(const QString &path, bool hidden);
@@ -240,6 +248,7 @@ private:
     QList<AppItem> appsOfURLs(const QStringList &urls) const;
 
     Surroundings m_surroundings;
+    const QString m_preferencesPath;
     QThreadPool m_pool;
     QTimer m_rescanTimer;
     ScannedLibrary m_library;
@@ -250,6 +259,7 @@ private:
     FolderListWriter m_folderWriter;
     QList<FileItem> m_recentFiles;
     QList<AppItem> m_newlyAddedApps;
+    std::atomic_int m_recordVersion = 0; ///< Of the record of first sights, as this object changes it.
     NewlyAdded m_newlyAdded; ///< The last answer, kept while it holds: it is asked at every switch.
     AppSortOption m_allAppsSortOption = AppSortOption::nameAscending;
     QSet<QString> m_hiddenAppPaths;
@@ -264,6 +274,7 @@ private:
     bool m_isScanning = false;
     bool m_isMonitoring = false;
     bool m_isDecodingAhead = false;
+    int m_recentFilesQuery = 0;
 };
 
 /// Reads, keys and sorts: what a scan does on its worker. Any thread.

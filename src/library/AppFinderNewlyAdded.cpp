@@ -1,4 +1,5 @@
 #include "library/AppFinder.h"
+#include "platform/ApplicationSource.h"
 
 namespace quillbay {
 
@@ -9,6 +10,43 @@ const QString newlyAddedKey = QStringLiteral("NewlyAddedAppURLs");
 
 } // namespace
 
+void AppFinder::readNewlyAdded(ScannedLibrary &library) const
+{
+    library.recordVersion = m_recordVersion;
+    for (AppItem &app : library.apps) {
+        const platform::FileDates dates = m_surroundings.applications.dates(app.path);
+        app.fileCreated = dates.created;
+        app.fileModified = dates.modified;
+    }
+    const PreferenceStore store(m_preferencesPath);
+    const QJsonObject record = store.dictionary(firstSeenKey).value_or(QJsonObject());
+    library.newlyAdded = newlyAdded(library.apps, record, m_surroundings.now());
+    library.isRecordStored = library.newlyAdded.firstSeen == record;
+    library.areURLsStored = store.stringArray(newlyAddedKey) == library.newlyAdded.urls;
+}
+
+void AppFinder::adoptNewlyAdded()
+{
+    // The worker does not see preferences that live in memory, nor what was stored after it had looked.
+    if (m_surroundings.preferences.isInMemory() || m_library.recordVersion != m_recordVersion) {
+        updateNewlyAddedApps();
+        loadNewlyAdded();
+        return;
+    }
+    m_newlyAdded = m_library.newlyAdded;
+    if (!m_library.isRecordStored)
+        saveFirstSeen();
+    if (!m_library.areURLsStored)
+        saveNewlyAdded();
+    publish(m_newlyAddedApps, m_newlyAdded.apps, &AppFinder::newlyAddedAppsChanged);
+}
+
+void AppFinder::saveFirstSeen()
+{
+    ++m_recordVersion;
+    m_surroundings.preferences.setDictionary(firstSeenKey, m_newlyAdded.firstSeen);
+}
+
 void AppFinder::updateNewlyAddedApps()
 {
     const double now = m_surroundings.now();
@@ -16,7 +54,7 @@ void AppFinder::updateNewlyAddedApps()
     if (!m_newlyAdded.holds(apps(), record, now)) {
         m_newlyAdded = newlyAdded(apps(), record, now);
         if (m_newlyAdded.firstSeen != record)
-            m_surroundings.preferences.setDictionary(firstSeenKey, m_newlyAdded.firstSeen);
+            saveFirstSeen();
     }
     publish(m_newlyAddedApps, m_newlyAdded.apps, &AppFinder::newlyAddedAppsChanged);
     saveNewlyAdded();

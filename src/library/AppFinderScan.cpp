@@ -19,8 +19,6 @@ AppItem appItem(platform::InstalledApplication &&found)
     app.name = std::move(found.name);
     app.path = std::move(found.path);
     app.urlString = fileURL(app.path);
-    app.fileCreated = found.created;
-    app.fileModified = found.modified;
     app.sortKey = std::move(found.sortKey);
     return app;
 }
@@ -46,6 +44,7 @@ void AppFinder::scanApps()
         this, [this] { setIsScanning(true); }, Qt::QueuedConnection);
     m_pool.start([this] {
         ScannedLibrary found = readApplications(m_surroundings.applications);
+        readNewlyAdded(found);
         QMetaObject::invokeMethod(
             this, [this, found = std::move(found)]() mutable { handOver(std::move(found)); },
             Qt::QueuedConnection);

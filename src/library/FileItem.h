@@ -15,8 +15,7 @@ struct FileItem
 {
     QUuid id = QUuid::createUuid();
     QString name;
-    /// Null until a screen fills it: a picture is read off the main thread, in the size that is shown.
-    QImage icon;
+    QImage icon; ///< Of its kind; null where the desktop has none.
     QUrl url;
     FileItemKind kind = FileItemKind::file;
 

@@ -25,7 +25,12 @@ struct InstalledApplication
     /// Binary sort key of `name` in the collation of the current locale, case ignored: `memcmp` order is the
     /// order of names.
     QByteArray sortKey;
-    /// When the file was made and last written: seconds since 1970, not a number where it is not known.
+};
+
+/// When a file was made and last written: seconds since 1970, not a number where the file system does not
+/// say or the file could not be asked.
+struct FileDates
+{
     double created = std::numeric_limits<double>::quiet_NaN();
     double modified = std::numeric_limits<double>::quiet_NaN();
 };
@@ -55,7 +60,8 @@ struct ApplicationDetails
 /// Which applications are installed, and what each says about itself.
 ///
 /// Thread: every function may be called from any thread, several at a time; a call works on values and keeps
-/// nothing but the list of `folders`. Bad input (unreadable, truncated, not text, enormous, not a regular file) is skipped silently.
+/// nothing but the list of `folders`. Bad input (unreadable, truncated, not text, enormous, not a regular
+/// file) is skipped silently.
 class ApplicationSource
 {
 public:
@@ -69,6 +75,9 @@ public:
     /// de-duplicated beyond the desktop's own rule (an earlier folder's entry shadows a later one of its id).
     /// Uses up to as many threads as there are cores and blocks until all is read.
     virtual std::vector<InstalledApplication> scan() const = 0;
+
+    /// The dates of the file at the path of a scan's result.
+    virtual FileDates dates(const QString &path) const = 0;
 
     /// Reads one application, at the path of a scan's result; nothing if it cannot be read any more.
     virtual std::optional<ApplicationDetails> read(const QString &path) const = 0;

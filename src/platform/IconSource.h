@@ -18,6 +18,9 @@ public:
     /// application has none that can be read, or is not there: it is to be shown as the generic one.
     virtual QImage icon(const QString &path, int edge) const = 0;
 
+    /// The picture of a document's kind, by its name. Null where there is none.
+    virtual QImage documentIcon(const QString &path, int edge) const = 0;
+
     /// The picture of "some application": shown until the real one is there. Cheap, drawn by the program
     /// itself: may be called on the main thread.
     virtual QImage genericIcon(int edge) const = 0;

@@ -1,40 +1,15 @@
 #!/usr/bin/python3
 """The real program on a desktop of its own, from the first grid to its end.   first_light_test.py BINARY"""
 import os
-import pathlib
-import signal
 import subprocess
-import sys
 import time
-import unittest
 
-from desktop import Desktop, wait_until
-from program import PATIENCE, Program, is_running
-
-BINARY = None
-NAMES = ["Alpha Editor", "Beta Viewer", "Fire Alarm", "Gamma Player", "Zeta Fireworks"]
+from case import NAMES, LauncherCase, run
+from desktop import wait_until
+from program import PATIENCE, is_running
 
 
-class FirstLight(unittest.TestCase):
-    def setUp(self):
-        self.desktop = Desktop()
-        self.addCleanup(self.desktop.close)
-        self.marker = self.desktop.home / "started"
-        self.desktop.add_program("stand-in", f'echo "$$ $(ps -o sid= -p $$) $*" > {self.marker}.part\n'
-                                             f'mv {self.marker}.part {self.marker}\nexec sleep 300\n')
-        for name in NAMES:
-            self.desktop.add_entry(name.lower().replace(" ", "-"), name, f'stand-in "{name}"')
-        self.desktop.add_entry("hidden", "Not To Be Seen", "stand-in", "NoDisplay=true\n")
-        (self.desktop.data / "applications" / "broken.desktop").write_bytes(b"[Desktop Entry\n\xff\xfe")
-        self.program = Program(self.desktop, BINARY)
-        self.addCleanup(self.program.end)
-
-    def launched_pid(self):
-        wait_until(self.marker.exists, PATIENCE, "the program was not started")
-        pid, session, name = self.marker.read_text().split(maxsplit=2)
-        self.addCleanup(lambda: is_running(int(pid)) and os.kill(int(pid), signal.SIGTERM))
-        return int(pid), int(session), name.strip()
-
+class FirstLight(LauncherCase):
     def wait_until_idle(self):
         """Two seconds without a tick of processor time; how long it takes to get there is another matter."""
         end = time.monotonic() + PATIENCE
@@ -70,7 +45,7 @@ class FirstLight(unittest.TestCase):
             self.assertTrue(is_running(pid))
 
         with self.subTest("a new entry appears within two seconds"):
-            limit = 2 if "asan" not in BINARY else 4
+            limit = 2 if "asan" not in self.binary else 4
             times = []
             # A machine that is busy with something else may make one of them late.
             for number in range(1, 4):
@@ -107,7 +82,7 @@ class FirstLight(unittest.TestCase):
             wait_until(lambda: program.frame_size() == (1440, 900), PATIENCE, "the window is not maximised")
             program.click(program.find("push button", "Close"))
             wait_until(lambda: not program.is_on_screen(), PATIENCE, "the window is still there")
-            second = subprocess.run([BINARY], stdin=subprocess.DEVNULL, timeout=PATIENCE, check=False)
+            second = subprocess.run([self.binary], stdin=subprocess.DEVNULL, timeout=PATIENCE, check=False)
             self.assertEqual(second.returncode, 0)
             wait_until(program.is_on_screen, PATIENCE, "the window did not come back")
             wait_until(program.search_focused, PATIENCE, "the search field does not have the keyboard")
@@ -132,12 +107,11 @@ class FirstLight(unittest.TestCase):
 
     def test_without_a_display_it_says_so(self):
         environment = {k: v for k, v in os.environ.items() if k not in ("DISPLAY", "WAYLAND_DISPLAY")}
-        result = subprocess.run([BINARY], env=environment, capture_output=True, text=True, timeout=PATIENCE,
+        result = subprocess.run([self.binary], env=environment, capture_output=True, text=True, timeout=PATIENCE,
                                 check=False)
         self.assertEqual(result.returncode, 69)
         self.assertEqual(len(result.stderr.strip().splitlines()), 1)
 
 
 if __name__ == "__main__":
-    BINARY = str(pathlib.Path(sys.argv.pop(1)).resolve())
-    unittest.main(verbosity=2)
+    run(FirstLight)

@@ -19,14 +19,16 @@ class Program:
         self.atspi = None
 
     def start(self, *arguments):
+        self.lines = []
         self.process = subprocess.Popen((self.binary,) + arguments, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                         stderr=subprocess.STDOUT, text=True)
-        threading.Thread(target=self._read, args=(self.process.stdout,), daemon=True).start()
+        threading.Thread(target=self._read, args=(self.process.stdout, self.lines), daemon=True).start()
 
-    def _read(self, pipe):
+    @staticmethod
+    def _read(pipe, lines):
         with pipe:
             for line in pipe:
-                self.lines.append(line.rstrip("\n"))
+                lines.append(line.rstrip("\n"))
 
     def wait_for_line(self, part):
         def seen():

@@ -344,6 +344,7 @@ public:
         --asking;
         return image;
     }
+    QImage documentIcon(const QString &, int) const override { return {}; }
     QImage genericIcon(int size) const override { return fake.genericIcon(size); }
 };
 

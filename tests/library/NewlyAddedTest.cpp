@@ -39,8 +39,7 @@ protected:
         for (const Dated &app : apps) {
             const QString name = QString::fromUtf8(app.name);
             found.push_back(FakeApplicationSource::application(QLatin1String("/apps/") + name, name));
-            found.back().created = app.created;
-            found.back().modified = app.modified;
+            library.fakes.applications->setDates(found.back().path, {app.created, app.modified});
         }
         library.fakes.applications->setApplications(std::move(found));
         return library.scan();

@@ -1,6 +1,8 @@
 #include "library/AppFinder.h"
 #include "support/TestLibrary.h"
 
+#include <QTest>
+
 #include <gtest/gtest.h>
 
 using namespace quillbay;
@@ -30,15 +32,19 @@ TEST(RecentFiles, AreTheFirstThirtyOfTheAnswerThatHaveAName)
         documents.append({QStringLiteral("/d/%1 %").arg(i), QStringLiteral("D%1").arg(i), 0});
     documents[1].displayName.clear();
     documents[2].path.clear();
+    library.fakes.icons->setColor(documents[3].path, Qt::red);
     library.fakes.recentDocuments->answer(documents);
+    // The icons are read off the main thread.
+    EXPECT_TRUE(library.finder->recentFiles().isEmpty());
+    ASSERT_TRUE(QTest::qWaitFor([&] { return seen == 28; }));
     const QList<FileItem> files = library.finder->recentFiles();
     ASSERT_EQ(files.size(), 28);
-    EXPECT_EQ(seen, 28);
     EXPECT_EQ(files[0].name, QStringLiteral("D0"));
     EXPECT_EQ(files[1].name, QStringLiteral("D3"));
     EXPECT_EQ(files[1].url.toLocalFile(), QStringLiteral("/d/3 %"));
+    EXPECT_EQ(files[1].icon.pixelColor(0, 0), QColor(Qt::red));
     EXPECT_FALSE(files[0] == files[1]);
 
     library.fakes.recentDocuments->answer({});
-    EXPECT_TRUE(library.finder->recentFiles().isEmpty());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return library.finder->recentFiles().isEmpty(); }));
 }

@@ -55,6 +55,18 @@ void FakeApplicationSource::setApplications(std::vector<InstalledApplication> ap
     m_applications = std::move(applications);
 }
 
+void FakeApplicationSource::setDates(const QString &path, const platform::FileDates &dates)
+{
+    const std::lock_guard lock(m_mutex);
+    m_dates.insert(path, dates);
+}
+
+platform::FileDates FakeApplicationSource::dates(const QString &path) const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_dates.value(path);
+}
+
 void FakeApplicationSource::setDetails(const QString &path, const ApplicationDetails &details)
 {
     const std::lock_guard lock(m_mutex);

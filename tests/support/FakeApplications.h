@@ -37,6 +37,7 @@ public:
 
     void setFolders(const QStringList &folders);
     void setApplications(std::vector<platform::InstalledApplication> applications);
+    void setDates(const QString &path, const platform::FileDates &dates);
     void setDetails(const QString &path, const platform::ApplicationDetails &details);
     int scanCount() const;
     QStringList readPaths() const; ///< Every path that was read, in order.
@@ -45,6 +46,7 @@ public:
 
     QStringList folders() const override;
     std::vector<platform::InstalledApplication> scan() const override;
+    platform::FileDates dates(const QString &path) const override;
     std::optional<platform::ApplicationDetails> read(const QString &path) const override;
 
 private:
@@ -52,6 +54,7 @@ private:
     QStringList m_folders;
     std::vector<platform::InstalledApplication> m_applications;
     QHash<QString, platform::ApplicationDetails> m_details;
+    QHash<QString, platform::FileDates> m_dates;
     mutable int m_scans = 0;
     mutable QStringList m_read;
 };
@@ -68,8 +71,8 @@ public:
                 std::function<void(const platform::LaunchResult &)> done) override;
 };
 
-/// Icons are squares of one colour: the one set for the path (invalid: it has no icon), else one made from the
-/// path; the generic icon is grey. Thread: any.
+/// Icons are squares of one colour: the one set for the path (invalid: it has no icon), else one made from
+/// the path; the generic icon is grey. Thread: any.
 class FakeIconSource final : public platform::IconSource
 {
 public:
@@ -79,6 +82,7 @@ public:
     Gate gate; ///< Closed: `icon` waits, after it was counted.
 
     QImage icon(const QString &path, int edge) const override;
+    QImage documentIcon(const QString &path, int edge) const override { return icon(path, edge); }
     QImage genericIcon(int edge) const override;
 
 private:

@@ -43,8 +43,8 @@ void TestLibrary::restart()
     finder.reset();
     workspaces = std::make_unique<WorkspaceManager>(preferences, notifications);
     finder = std::make_unique<AppFinder>(
-        AppFinder::Surroundings{*fakes.applications, *fakes.folderWatch, *fakes.recentDocuments, preferences,
-                                *workspaces, notifications, [this] { return now; }});
+        AppFinder::Surroundings{*fakes.applications, *fakes.folderWatch, *fakes.recentDocuments, *fakes.icons,
+                                preferences, *workspaces, notifications, [this] { return now; }});
 }
 
 bool TestLibrary::scan()

@@ -32,6 +32,7 @@ public:
         }
         return image;
     }
+    QImage documentIcon(const QString &, int) const override { return {}; }
     QImage genericIcon(int edge) const override
     {
         QImage image(edge, edge, QImage::Format_ARGB32_Premultiplied);

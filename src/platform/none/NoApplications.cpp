@@ -12,6 +12,11 @@ QStringList NoApplicationSource::folders() const
     return {};
 }
 
+FileDates NoApplicationSource::dates(const QString &) const
+{
+    return {};
+}
+
 std::vector<InstalledApplication> NoApplicationSource::scan() const
 {
     return {};
@@ -35,6 +40,11 @@ void NoApplicationLauncher::launch(const LaunchRequest &, std::function<void(con
 }
 
 QImage NoIconSource::icon(const QString &, int) const
+{
+    return {};
+}
+
+QImage NoIconSource::documentIcon(const QString &, int) const
 {
     return {};
 }

@@ -12,6 +12,7 @@ class NoApplicationSource final : public ApplicationSource
 public:
     QStringList folders() const override;
     std::vector<InstalledApplication> scan() const override;
+    FileDates dates(const QString &path) const override;
     std::optional<ApplicationDetails> read(const QString &path) const override;
 };
 
@@ -27,6 +28,7 @@ class NoIconSource final : public IconSource
 {
 public:
     QImage icon(const QString &path, int edge) const override;
+    QImage documentIcon(const QString &path, int edge) const override;
     QImage genericIcon(int edge) const override;
 };
 

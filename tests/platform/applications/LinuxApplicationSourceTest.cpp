@@ -177,11 +177,13 @@ TEST_F(LinuxApplicationSourceTest, TellsWhenTheFileOfEachWasMadeAndWritten)
     const auto found = scan();
     ASSERT_EQ(found.size(), 4U);
     for (const InstalledApplication &application : found) {
-        EXPECT_EQ(application.modified, written + 0.5) << application.path.toStdString();
-        EXPECT_TRUE(std::isnan(application.created) ||
-                    (application.created >= start - 1 && application.created < start + 600))
-            << application.created;
+        const FileDates dates = LinuxApplicationSource(m_environment).dates(application.path);
+        EXPECT_EQ(dates.modified, written + 0.5) << application.path.toStdString();
+        EXPECT_TRUE(std::isnan(dates.created) || (dates.created >= start - 1 && dates.created < start + 600))
+            << dates.created;
     }
+    EXPECT_TRUE(
+        std::isnan(LinuxApplicationSource(m_environment).dates(QStringLiteral("/not/there")).modified));
 }
 
 TEST_F(LinuxApplicationSourceTest, ManyEntriesKeepTheirOrderAndTheirKeysSortThem)

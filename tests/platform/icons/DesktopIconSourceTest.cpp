@@ -74,6 +74,29 @@ TEST_F(DesktopIconSourceTest, WhatCannotBeReadIsNoIcon)
     EXPECT_EQ(source.genericIcon(-5).size(), QSize(1, 1));
 }
 
+TEST_F(DesktopIconSourceTest, ADocumentHasTheIconOfItsKindOrThatOfAnyText)
+{
+    home.write(text("usr/share/icons/hicolor/index.theme"),
+               "[Icon Theme]\nName=Hicolor\nDirectories=48x48/mimetypes\n"
+               "[48x48/mimetypes]\nSize=48\nContext=MimeTypes\n");
+    const QString folder = text("usr/share/icons/hicolor/48x48/mimetypes/");
+    const QString report = text("/home/a/Report 1.pdf");
+    const QDir kinds(QFile::decodeName(qgetenv("XDG_DATA_HOME")) + text("/mime/packages"));
+    ASSERT_TRUE(kinds.mkpath(text(".")));
+    QFile database(kinds.filePath(text("freedesktop.org.xml")));
+    ASSERT_TRUE(database.open(QIODevice::WriteOnly));
+    database.write("<mime-info xmlns='http://www.freedesktop.org/standards/shared-mime-info'>"
+                   "<mime-type type='application/pdf'><glob pattern='*.pdf'/></mime-type></mime-info>");
+    database.close();
+    const QString picture = folder + text("application-pdf.png");
+    home.write(folder + text("text-x-generic.png"), png(48, Qt::red));
+    home.write(picture, png(48, Qt::blue));
+    EXPECT_EQ(middle(source.documentIcon(report, 64)), QColor(Qt::blue));
+    ASSERT_TRUE(QFile::remove(home.path(picture)));
+    source.refresh();
+    EXPECT_EQ(middle(source.documentIcon(report, 64)), QColor(Qt::red));
+}
+
 TEST_F(DesktopIconSourceTest, LooksAtTheDiskAgainWhenTold)
 {
     const QString first = home.write(text("usr/share/icons/hicolor/48x48/apps/app.png"), png(48, Qt::red));

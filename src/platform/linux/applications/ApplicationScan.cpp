@@ -3,7 +3,6 @@
 #include "foundation/CollationKey.h"
 #include "platform/linux/applications/DesktopEntryRules.h"
 #include "platform/linux/applications/FileDescriptor.h"
-#include "platform/linux/applications/FileStatus.h"
 #include "platform/linux/applications/InformationList.h"
 #include "platform/linux/applications/ScanQueue.h"
 
@@ -13,19 +12,12 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quillbay::platform {
 
 namespace {
-
-void setDates(InstalledApplication &application, const std::optional<FileStatus> &status)
-{
-    if (!status)
-        return;
-    application.created = status->created;
-    application.modified = status->modified;
-}
 
 /// What one thread of a scan works with.
 class Worker
@@ -63,8 +55,7 @@ public:
 private:
     bool readEntry(int folder, const char *file, BoundedFile::Kind kind, InstalledApplication &result)
     {
-        std::optional<FileStatus> status;
-        const auto text = m_file.read(folder, file, kind, &status);
+        const auto text = m_file.read(folder, file, kind);
         if (!text)
             return false;
         const auto entry = parseDesktopEntry(*text, m_environment.locales);
@@ -72,7 +63,6 @@ private:
             return false;
         result.name = entryString(entry->name);
         result.category = displayCategory(entry->categories);
-        setDates(result, status);
         return true;
     }
 
@@ -81,11 +71,10 @@ private:
     {
         const char *extension = std::strrchr(file, '.');
         result.name = QString::fromUtf8(file, extension - file);
-        const std::optional<FileStatus> status = fileStatus(folder, file);
-        setDates(result, status);
         if (std::strcmp(extension, ".app") != 0) {
+            struct stat status = {};
             result.category = QStringLiteral("Other");
-            return status && status->isRegular;
+            return ::fstatat(folder, file, &status, 0) == 0 && S_ISREG(status.st_mode);
         }
         m_path.assign(file).append("/Contents/Info.plist");
         if (const auto bytes = m_file.read(folder, m_path.c_str()))

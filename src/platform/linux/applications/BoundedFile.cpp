@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace quillbay::platform {
@@ -14,19 +15,16 @@ BoundedFile::BoundedFile()
 {
 }
 
-std::optional<std::string_view> BoundedFile::read(int folder, const char *path, Kind kind,
-                                                  std::optional<FileStatus> *status)
+std::optional<std::string_view> BoundedFile::read(int folder, const char *path, Kind kind)
 {
-    std::optional<FileStatus> found;
     // Asked before opening: opening some devices does something already.
-    if (kind == Kind::Unknown && !((found = fileStatus(folder, path)) && found->isRegular))
+    struct stat status = {};
+    if (kind == Kind::Unknown && (::fstatat(folder, path, &status, 0) != 0 || !S_ISREG(status.st_mode)))
         return std::nullopt;
     // Should a pipe have taken the file's place since, opening and reading do not wait for its other end.
     const FileDescriptor file(::openat(folder, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file)
         return std::nullopt;
-    if (status)
-        *status = found ? found : fileStatus(file.get(), "");
     size_t size = 0;
     while (size <= MaximumSize) {
         const ssize_t count = ::read(file.get(), m_buffer.get() + size, MaximumSize + 1 - size);

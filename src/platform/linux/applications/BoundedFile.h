@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/linux/applications/FileStatus.h"
-
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -28,10 +26,8 @@ public:
     BoundedFile();
 
     /// The bytes of `path`, which is relative to the open folder `folder` (or `AT_FDCWD`). They are valid
-    /// until the next call. What is known of the file goes to `status`, which stays as it is where the file
-    /// cannot be asked; without one, a regular file is not asked.
-    std::optional<std::string_view> read(int folder, const char *path, Kind kind = Kind::Unknown,
-                                         std::optional<FileStatus> *status = nullptr);
+    /// until the next call.
+    std::optional<std::string_view> read(int folder, const char *path, Kind kind = Kind::Unknown);
 
 private:
     std::unique_ptr<char[]> m_buffer;

@@ -12,10 +12,16 @@
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 
 namespace quillbay::platform {
 
 namespace {
+
+double seconds(const statx_timestamp &time)
+{
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
 
 std::optional<ApplicationDetails> readBundle(const QFileInfo &bundle)
 {
@@ -68,6 +74,19 @@ QStringList LinuxApplicationSource::folders() const
     const QMutexLocker lock(&m_mutex);
     return m_environment.systemBundleDirs + QStringList(m_environment.userBundleDir()) +
            m_environment.entryDirs() + m_subfolders;
+}
+
+FileDates LinuxApplicationSource::dates(const QString &path) const
+{
+    struct statx status = {};
+    if (::statx(AT_FDCWD, QFile::encodeName(path).constData(), 0, STATX_BTIME | STATX_MTIME, &status) != 0)
+        return {};
+    FileDates dates;
+    if (status.stx_mask & STATX_BTIME)
+        dates.created = seconds(status.stx_btime);
+    if (status.stx_mask & STATX_MTIME)
+        dates.modified = seconds(status.stx_mtime);
+    return dates;
 }
 
 std::vector<InstalledApplication> LinuxApplicationSource::scan() const

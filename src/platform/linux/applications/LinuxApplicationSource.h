@@ -21,6 +21,7 @@ public:
     /// their subfolders as the scan that ended last found them.
     QStringList folders() const override;
     std::vector<InstalledApplication> scan() const override;
+    FileDates dates(const QString &path) const override;
     /// Tells the three kinds apart by the extension. An entry that is hidden now is still read.
     std::optional<ApplicationDetails> read(const QString &path) const override;
 

@@ -4,6 +4,8 @@
 #include "platform/linux/icons/GenericIcon.h"
 #include "platform/linux/icons/IconPicture.h"
 
+#include <QMimeDatabase>
+
 #include <algorithm>
 #include <utility>
 
@@ -48,6 +50,16 @@ QImage DesktopIconSource::icon(const QString &path, int edge) const
     if (image.isNull() && isAppImage(path))
         image = decodeIconPicture(m_appImages.read(path), side);
     return image;
+}
+
+QImage DesktopIconSource::documentIcon(const QString &path, int edge) const
+{
+    const QMimeType kind = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
+    for (const QString &name : {kind.iconName(), kind.genericIconName(), QStringLiteral("text-x-generic")}) {
+        if (const QImage image = namedIcon(name, sane(edge)); !image.isNull())
+            return image;
+    }
+    return {};
 }
 
 QImage DesktopIconSource::namedIcon(const QString &name, int edge) const

@@ -25,6 +25,7 @@ public:
     void setTheme(const QString &name);
 
     QImage icon(const QString &path, int edge) const override;
+    QImage documentIcon(const QString &path, int edge) const override;
     QImage genericIcon(int edge) const override;
     void refresh() const override;
 
