@@ -2,11 +2,43 @@
 
 #include "app/AppListModel.h"
 
+#include <QSet>
+
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace quillbay {
 
 namespace {
+
+struct Group
+{
+    QString name;
+    QList<qsizetype> members; ///< Places in the list.
+};
+
+/// By category, in the order in which they come up.
+std::vector<Group> grouped(const QList<AppItem> &apps)
+{
+    std::vector<Group> groups;
+    QHash<QString, size_t> places;
+    QHash<const QChar *, size_t> known; // most categories of a scan share their storage
+    for (qsizetype i = 0; i < apps.size(); ++i) {
+        const QString &category = apps[i].category;
+        auto place = known.constFind(category.constData());
+        if (place == known.cend()) {
+            auto group = places.constFind(category);
+            if (group == places.cend()) {
+                group = places.insert(category, groups.size());
+                groups.push_back({category, {}});
+            }
+            place = known.insert(category.constData(), *group);
+        }
+        groups[*place].members.append(i);
+    }
+    return groups;
+}
 
 /// Most groups stay as they are: they are compared before anything is copied.
 void assign(AppListModel &model, const QList<AppItem> &apps, const QList<qsizetype> &members)
@@ -28,23 +60,33 @@ void assign(AppListModel &model, const QList<AppItem> &apps, const QList<qsizety
 
 void CategoryListModel::setApps(const QList<AppItem> &apps)
 {
+    m_apps = apps;
+    if (m_isAsked)
+        update();
+}
+
+AppListModel *CategoryListModel::group(const QString &category)
+{
+    if (!std::exchange(m_isAsked, true))
+        update();
+    return m_groups.value(category);
+}
+
+void CategoryListModel::update()
+{
     QList<CategoryGroup> order;
-    QHash<QString, QList<qsizetype>> grouped;
-    for (qsizetype i = 0; i < apps.size(); ++i) {
-        QList<qsizetype> &group = grouped[apps[i].category];
-        if (group.isEmpty())
-            order.append({apps[i].category});
-        group.append(i);
-    }
-    for (const CategoryGroup &group : order) {
+    QSet<QString> names;
+    for (const Group &group : grouped(m_apps)) {
         AppListModel *&model = m_groups[group.name];
         if (!model)
             model = new AppListModel(this);
-        assign(*model, apps, grouped[group.name]);
+        assign(*model, m_apps, group.members);
+        order.append({group.name});
+        names.insert(group.name);
     }
     setItems(order);
-    m_groups.removeIf([&grouped](const QHash<QString, AppListModel *>::iterator group) {
-        if (grouped.contains(group.key()))
+    m_groups.removeIf([&names](const QHash<QString, AppListModel *>::iterator group) {
+        if (names.contains(group.key()))
             return false;
         group.value()->deleteLater();
         return true;
@@ -61,7 +103,7 @@ QVariant CategoryListModel::data(const QModelIndex &index, int role) const
     case NameRole:
         return row.name;
     case AppsRole:
-        return QVariant::fromValue(group(row.name));
+        return QVariant::fromValue(m_groups.value(row.name));
     default:
         return {};
     }

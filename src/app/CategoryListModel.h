@@ -28,6 +28,7 @@ inline bool looksSame(const CategoryGroup &a, const CategoryGroup &b)
 /// A list of applications by category: a row for each category, in the order in which they come up in the
 /// list, with a model of its applications that lives as long as the category has any.
 ///
+/// Nothing is grouped until the first `group` is asked for: a grid without cards costs no grouping per key.
 /// Thread: main thread.
 class CategoryListModel : public SteppedListModel<CategoryGroup>
 {
@@ -44,10 +45,7 @@ public:
 
     /// The applications of a category; null where the list has none. Owned by this object, and ended from
     /// the event loop once the category is gone.
-    Q_INVOKABLE quillbay::AppListModel *group(const QString &category) const
-    {
-        return m_groups.value(category);
-    }
+    Q_INVOKABLE quillbay::AppListModel *group(const QString &category);
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
@@ -58,7 +56,11 @@ Q_SIGNALS:
 private:
     void announceCount() override { Q_EMIT countChanged(); }
 
+    void update();
+
+    QList<AppItem> m_apps;
     QHash<QString, AppListModel *> m_groups;
+    bool m_isAsked = false;
 };
 
 } // namespace quillbay

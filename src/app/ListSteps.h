@@ -139,30 +139,40 @@ auto identities(const QList<Item> &list)
     return result;
 }
 
+template <typename Item>
+void removeRows(QList<Item> &list, int row, int count)
+{
+    if (list.isDetached())
+        list.remove(row, count);
+    else // what goes need not be copied first
+        list = list.mid(0, row) + list.mid(row + count);
+}
+inline void removeRows(std::vector<int> &list, int row, int count)
+{
+    list.erase(list.begin() + row, list.begin() + row + count);
+}
+
 /// Does a step to a list. What comes in is made by `make` of its index in the new list.
 template <typename List, typename Make>
 void apply(const ListStep &step, List &list, Make make)
 {
-    const auto row = list.begin() + step.row;
     switch (step.kind) {
     case ListStep::Kind::Remove:
-        list.erase(row, row + step.count);
+        removeRows(list, step.row, step.count);
         break;
-    case ListStep::Kind::Insert: {
-        List filled;
-        filled.reserve(list.size() + decltype(list.size())(step.count));
-        std::copy(list.begin(), row, std::back_inserter(filled));
-        for (int i = 0; i < step.count; ++i)
-            filled.push_back(make(step.target + i));
-        std::copy(row, list.end(), std::back_inserter(filled));
-        list = std::move(filled);
+    case ListStep::Kind::Insert:
+        list.insert(list.begin() + step.row, step.count, make(step.target));
+        for (int i = 1; i < step.count; ++i)
+            list[decltype(list.size())(step.row + i)] = make(step.target + i);
         break;
-    }
-    case ListStep::Kind::Move:
-        if (step.target > step.row)
-            std::rotate(row, row + step.count, list.begin() + step.target);
+    case ListStep::Kind::Move: {
+        const auto row = list.begin() + step.row;
+        const auto target = list.begin() + step.target;
+        if (target > row)
+            std::rotate(row, row + step.count, target);
         else
-            std::rotate(list.begin() + step.target, row, row + step.count);
+            std::rotate(target, row, row + step.count);
+    }
     }
 }
 

@@ -19,6 +19,7 @@ QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::Application
 {
     connect(&m_appFinder, &ObservableObject::objectWillChange, this, [this] {
         updateFilteredApps();
+        updateUnifiedGridItems();
         Q_EMIT objectWillChange();
     });
     m_appFinder.scanApps();
@@ -95,7 +96,6 @@ void QuillbayViewModel::updateFilteredApps()
         m_filteredApps.setItems(result);
         m_groupedAppsByCategory.setApps(result);
     }
-    updateUnifiedGridItems();
 }
 
 void QuillbayViewModel::updateUnifiedGridItems()

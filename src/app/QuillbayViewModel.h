@@ -89,7 +89,7 @@ public:
     CategoryListModel *groupedAppsByCategory() { return &m_groupedAppsByCategory; }
     /// The cells of the grid of all applications, folders and categories.
     GridListModel *unifiedGridItems() { return &m_unifiedGridItems; }
-    /// Recomputes the three lists.
+    /// Recomputes the first two; the cells follow the library alone.
     Q_INVOKABLE void updateFilteredApps();
 
     /// Opens an application and puts it among the recents, whatever becomes of the opening. A failure is

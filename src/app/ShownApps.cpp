@@ -5,6 +5,7 @@
 #include "library/SidebarSelection.h"
 
 #include <QStringMatcher>
+#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -15,11 +16,17 @@ QList<AppItem> appsMatching(const QList<AppItem> &apps, const QString &query)
     if (query.isEmpty())
         return apps;
     const QStringMatcher matcher(searchKey(query));
-    QList<AppItem> matching;
+    QVarLengthArray<const AppItem *, 1024> found;
     for (const AppItem &app : apps) {
         if (matcher.indexIn(app.searchKey) >= 0)
-            matching.append(app);
+            found.append(&app);
     }
+    if (found.size() == apps.size())
+        return apps;
+    QList<AppItem> matching;
+    matching.reserve(found.size());
+    for (const AppItem *app : found)
+        matching.append(*app);
     return matching;
 }
 

@@ -44,6 +44,8 @@ private:
     void begin(const ListStep &step);
     void end(const ListStep &step);
     std::vector<ListStep> replacementOfMiddle(const QList<Item> &items) const;
+    /// Rows of the new list that were there before and looked otherwise.
+    std::vector<int> rowsOfNewLook(const std::vector<ListStep> &steps, const QList<Item> &items) const;
 
     QList<Item> m_items;
 };
@@ -63,14 +65,12 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
         m_items = items; // equal to the eye, but keys and shared storage are the new list's
         return;
     }
-    const QList<Item> old = m_items;
+    const int before = count();
     const auto found = listSteps(m_items, items, mostSteps);
     const std::vector<ListStep> steps = found ? *found : replacementOfMiddle(items);
-    std::vector<int> origins(size_t(old.size())); // the row of the old list, or -1
-    std::iota(origins.begin(), origins.end(), 0);
+    const std::vector<int> newLooks = rowsOfNewLook(steps, items);
     for (size_t i = 0; i < steps.size(); ++i) {
         begin(steps[i]);
-        list_steps::apply(steps[i], origins, [](int) { return -1; });
         // The last step ends at the new list: a single one copies nothing.
         if (i + 1 == steps.size())
             m_items = items;
@@ -79,13 +79,27 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
         end(steps[i]);
     }
     m_items = items;
-    for (int row = 0; row < count(); ++row) {
-        const int origin = origins[size_t(row)];
-        if (origin >= 0 && !looksSame(old[origin], m_items[row]))
-            Q_EMIT this->dataChanged(this->index(row), this->index(row));
-    }
-    if (count() != old.size())
+    for (const int row : newLooks)
+        Q_EMIT this->dataChanged(this->index(row), this->index(row));
+    if (count() != before)
         announceCount();
+}
+
+template <typename Item>
+std::vector<int> SteppedListModel<Item>::rowsOfNewLook(const std::vector<ListStep> &steps,
+                                                       const QList<Item> &items) const
+{
+    std::vector<int> origins(size_t(m_items.size())); // the row of the old list, or -1
+    std::iota(origins.begin(), origins.end(), 0);
+    for (const ListStep &step : steps)
+        list_steps::apply(step, origins, [](int) { return -1; });
+    std::vector<int> rows;
+    for (int row = 0; row < int(items.size()); ++row) {
+        const int origin = origins[size_t(row)];
+        if (origin >= 0 && !looksSame(m_items[origin], items[row]))
+            rows.push_back(row);
+    }
+    return rows;
 }
 
 template <typename Item>

@@ -5,6 +5,8 @@
 #include "platform/ApplicationSource.h"
 #include "platform/FolderWatch.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace quillbay {
@@ -18,7 +20,6 @@ AppItem appItem(platform::InstalledApplication &&found)
     app.searchKey = searchKey(found.name);
     app.name = std::move(found.name);
     app.path = std::move(found.path);
-    app.urlString = fileURL(app.path);
     app.sortKey = std::move(found.sortKey);
     return app;
 }
@@ -32,8 +33,12 @@ ScannedLibrary readApplications(const platform::ApplicationSource &source)
                      [](const auto &a, const auto &b) { return a.sortKey < b.sortKey; });
     ScannedLibrary library;
     library.apps.reserve(qsizetype(found.size()));
-    for (platform::InstalledApplication &application : found)
-        library.apps.append(appItem(std::move(application)));
+    QSet<QString> categories; // equal ones share their storage: grouping then compares addresses
+    for (platform::InstalledApplication &application : found) {
+        AppItem app = appItem(std::move(application));
+        app.category = *categories.insert(app.category);
+        library.apps.append(std::move(app));
+    }
     library.index = AppIndex(library.apps);
     return library;
 }

@@ -29,8 +29,6 @@ struct AppItem
     /// and a query is contained in a name when its key (`searchKey(query)`) is contained in this one.
     QByteArray sortKey;
     QString searchKey;
-    /// Derived from `path` once, by the scan; `absoluteString` makes it where it is empty.
-    QString urlString = {};
     /// When the file was made and last written, as the scan found it: seconds since 1970, not a number where
     /// the file system does not say or the file could not be asked.
     double fileCreated = std::numeric_limits<double>::quiet_NaN();
@@ -39,7 +37,7 @@ struct AppItem
     const QString &id() const { return path; }
     QUrl url() const { return QUrl::fromLocalFile(path); }
     /// The percent-encoded file URL.
-    QString absoluteString() const { return urlString.isEmpty() ? fileURL(path) : urlString; }
+    QString absoluteString() const { return fileURL(path); }
 
     friend bool operator==(const AppItem &a, const AppItem &b) { return a.path == b.path; }
     friend size_t qHash(const AppItem &item, size_t seed = 0) noexcept { return qHash(item.path, seed); }
