@@ -1,0 +1,60 @@
+#pragma once
+
+#include "app/SteppedListModel.h"
+#include "workspaces/Workspace.h"
+
+namespace quillbay {
+
+class WorkspaceManager;
+
+inline const QUuid &listIdentity(const Workspace &workspace)
+{
+    return workspace.id;
+}
+inline bool looksSame(const Workspace &a, const Workspace &b)
+{
+    return a == b;
+}
+
+/// The workspaces as the switcher lists them, and the one that it shows: the active one, else the first, else
+/// a made-up default. Follows the manager. Thread: main thread.
+class WorkspaceListModel : public SteppedListModel<Workspace>
+{
+    Q_OBJECT
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
+    Q_PROPERTY(QString shownName READ shownName NOTIFY shownChanged)
+    Q_PROPERTY(QString shownIcon READ shownIcon NOTIFY shownChanged)
+    Q_PROPERTY(QString shownColor READ shownColor NOTIFY shownChanged)
+
+public:
+    enum Role {
+        WorkspaceIdRole = Qt::UserRole + 1, ///< Upper-case identifier.
+        NameRole,
+        IconRole,  ///< Name of a system symbol.
+        ColorRole, ///< Stored colour text.
+        IsActiveRole,
+    };
+
+    /// The manager must outlive this object.
+    explicit WorkspaceListModel(const WorkspaceManager &manager, QObject *parent = nullptr);
+
+    QString shownName() const { return m_shown.name; }
+    QString shownIcon() const { return m_shown.icon; }
+    QString shownColor() const { return m_shown.color; }
+
+    QVariant data(const QModelIndex &index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void countChanged();
+    void shownChanged();
+
+private:
+    void announceCount() override { Q_EMIT countChanged(); }
+    void update();
+
+    const WorkspaceManager &m_manager;
+    Workspace m_shown;
+};
+
+} // namespace quillbay
