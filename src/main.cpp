@@ -18,6 +18,7 @@
 #include "workspaces/WorkspaceManager.h"
 
 #include <QGuiApplication>
+#include <QQuickWindow>
 
 #include <cstdio>
 #include <cstring>
@@ -92,15 +93,14 @@ int main(int argc, char **argv)
     // A frame is drawn as soon as it is asked for instead of some milliseconds later.
     if (!qEnvironmentVariableIsSet("QT_QPA_UPDATE_IDLE_TIME"))
         qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
-    // Text without coloured fringes: right on every screen however its pixels lie, and half the shaders at
-    // the start.
-    if (!qEnvironmentVariableIsSet("QSG_DISTANCEFIELD_ANTIALIASING"))
-        qputenv("QSG_DISTANCEFIELD_ANTIALIASING", "gray");
     QGuiApplication::setApplicationName(QStringLiteral("quillbay"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Quillbay"));
     QGuiApplication::setDesktopFileName(QLatin1String(platform::applicationId));
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // Text as the desktop's font settings draw it; and one shader program for all of it, where the scene
+    // graph's own way would need three before the first picture.
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
     return run(application, *service, !arguments.serviceOnly);
 }

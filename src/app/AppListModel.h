@@ -15,7 +15,6 @@ inline const QString &listIdentity(const AppItem &app)
 class AppListModel : public SteppedListModel<AppItem>
 {
     Q_OBJECT
-    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role { NameRole = Qt::UserRole + 1, PathRole, CategoryRole };
@@ -24,12 +23,6 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
-
-Q_SIGNALS:
-    void countChanged();
-
-private:
-    void announceCount() override { Q_EMIT countChanged(); }
 };
 
 } // namespace quillbay

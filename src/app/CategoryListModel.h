@@ -33,7 +33,6 @@ inline bool looksSame(const CategoryGroup &a, const CategoryGroup &b)
 class CategoryListModel : public SteppedListModel<CategoryGroup>
 {
     Q_OBJECT
-    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role { NameRole = Qt::UserRole + 1, AppsRole };
@@ -50,12 +49,7 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-Q_SIGNALS:
-    void countChanged();
-
 private:
-    void announceCount() override { Q_EMIT countChanged(); }
-
     void update();
 
     QList<AppItem> m_apps;

@@ -28,7 +28,6 @@ QList<FolderRow> folderRows(const AppFinder &finder);
 class FolderTreeModel : public SteppedListModel<FolderRow>
 {
     Q_OBJECT
-    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role {
@@ -47,12 +46,7 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-Q_SIGNALS:
-    void countChanged();
-
 private:
-    void announceCount() override { Q_EMIT countChanged(); }
-
     const AppFinder &m_finder;
 };
 

@@ -18,7 +18,6 @@ inline bool looksSame(const GridItemIdentifier &a, const GridItemIdentifier &b)
 class GridListModel : public SteppedListModel<GridItemIdentifier>
 {
     Q_OBJECT
-    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role {
@@ -32,12 +31,6 @@ public:
 
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
-
-Q_SIGNALS:
-    void countChanged();
-
-private:
-    void announceCount() override { Q_EMIT countChanged(); }
 };
 
 } // namespace quillbay

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/CountedListModel.h"
 #include "app/ListSteps.h"
 
-#include <QAbstractListModel>
 #include <QList>
 
 #include <algorithm>
@@ -18,27 +18,25 @@ namespace quillbay {
 /// `listIdentity(item)` says which rows are the same, `looksSame(a, b)` whether such a row shows the same.
 /// Thread: main thread.
 template <typename Item>
-class SteppedListModel : public QAbstractListModel
+class SteppedListModel : public CountedListModel
 {
 public:
-    using QAbstractListModel::QAbstractListModel;
+    using CountedListModel::CountedListModel;
 
     const QList<Item> &items() const { return m_items; }
-    int count() const { return int(m_items.size()); }
 
     /// Whether the list looks the same as the one that is there.
     bool shows(const QList<Item> &items) const;
     /// Assigns the list in the smallest steps; one that looks the same changes nothing to be seen.
     void setItems(const QList<Item> &items);
 
-    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : count(); }
+    int rowCount(const QModelIndex &parent = {}) const override
+    {
+        return parent.isValid() ? 0 : int(m_items.size());
+    }
 
     /// Up to this many steps are sent one by one.
     static constexpr int mostSteps = 24;
-
-protected:
-    /// After a list of another length was assigned.
-    virtual void announceCount() = 0;
 
 private:
     void begin(const ListStep &step);
@@ -65,7 +63,7 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
         m_items = items; // equal to the eye, but keys and shared storage are the new list's
         return;
     }
-    const int before = count();
+    const int before = this->count();
     const auto found = listSteps(m_items, items, mostSteps);
     const std::vector<ListStep> steps = found ? *found : replacementOfMiddle(items);
     const std::vector<int> newLooks = rowsOfNewLook(steps, items);
@@ -81,8 +79,8 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
     m_items = items;
     for (const int row : newLooks)
         Q_EMIT this->dataChanged(this->index(row), this->index(row));
-    if (count() != before)
-        announceCount();
+    if (this->count() != before)
+        Q_EMIT this->countChanged();
 }
 
 template <typename Item>
@@ -140,7 +138,7 @@ std::vector<ListStep> SteppedListModel<Item>::replacementOfMiddle(const QList<It
         std::mismatch(m_items.crbegin(), m_items.crend(), items.crbegin(), items.crend(), same);
     const int tail =
         std::min(int(fromEnd.first - m_items.crbegin()), int(std::min(m_items.size(), items.size())) - head);
-    const int gone = count() - head - tail;
+    const int gone = int(m_items.size()) - head - tail;
     const int come = int(items.size()) - head - tail;
     std::vector<ListStep> steps;
     if (gone > 0)

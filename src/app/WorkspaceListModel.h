@@ -21,7 +21,6 @@ inline bool looksSame(const Workspace &a, const Workspace &b)
 class WorkspaceListModel : public SteppedListModel<Workspace>
 {
     Q_OBJECT
-    Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(QString shownName READ shownName NOTIFY shownChanged)
     Q_PROPERTY(QString shownIcon READ shownIcon NOTIFY shownChanged)
     Q_PROPERTY(QString shownColor READ shownColor NOTIFY shownChanged)
@@ -46,11 +45,9 @@ public:
     QHash<int, QByteArray> roleNames() const override;
 
 Q_SIGNALS:
-    void countChanged();
     void shownChanged();
 
 private:
-    void announceCount() override { Q_EMIT countChanged(); }
     void update();
 
     const WorkspaceManager &m_manager;

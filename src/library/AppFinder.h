@@ -1,7 +1,6 @@
 #pragma once
 
 #include "foundation/ObservableObject.h"
-#include "foundation/PreferenceStore.h"
 #include "library/AppFolder.h"
 #include "library/AppIndex.h"
 #include "library/AppItem.h"
@@ -10,6 +9,7 @@
 #include "library/FolderCache.h"
 #include "library/FolderListWriter.h"
 #include "library/GridItemIdentifier.h"
+#include "library/LibrarySurroundings.h"
 #include "library/NewlyAdded.h"
 #include "library/ScannedLibrary.h"
 
@@ -19,18 +19,11 @@
 #include <QTimer>
 
 #include <atomic>
-#include <functional>
 
 namespace quillbay {
 
-class NotificationCenter;
-class WorkspaceManager;
-
 namespace platform {
 class ApplicationSource;
-class FolderWatch;
-class IconSource;
-class RecentDocuments;
 struct RecentDocument;
 } // namespace platform
 
@@ -45,21 +38,7 @@ struct RecentDocument;
 /// something therefore ends with `sendResult`, one more announcement after which the state stays as it is,
 /// and the scan's hand-over ends by clearing `isScanning`, which is one as well. The loads are steps of these
 /// two and of the change of workspace, which ends so too; they themselves announce their assignment only.
-///
-/// **What is stored.** Preferences, written at the moment of a change and read again rather than remembered:
-/// the stored strings are the truth, and the published lists are made from them after each scan and each
-/// change of workspace. Keys marked (w) carry the active workspace's suffix (`WorkspaceManager::key`).
-///
-/// | key | form | of |
-/// |---|---|---|
-/// | "recentApps" (w), "favoriteApps" (w) | array of strings | `recentApps`, `favoriteApps` |
-/// | "AppFolders" (w) | data, see `encodeFolders` | `folders` |
-/// | "unifiedGridOrder" (w) | array of strings, see `GridItemIdentifier` | `getUnifiedGridOrder` |
-/// | "AllAppsSortOption" | string | `allAppsSortOption` |
-/// | "AppFirstSeenDates" | dictionary of numbers, seconds since 1970 | `newlyAddedApps` |
-/// | "NewlyAddedAppURLs" | array of strings | `newlyAddedApps` |
-/// | "quillbay_hidden_apps" | array of strings, paths | `hiddenAppPaths` |
-/// | "quillbay_hidden_folders" | array of strings, identifiers | `hiddenFolderIDs` |
+/// What is stored, and under which keys, is in `LibrarySurroundings.h`.
 class AppFinder : public ObservableObject
 {
     Q_OBJECT
@@ -67,19 +46,7 @@ class AppFinder : public ObservableObject
     Q_PROPERTY(bool isEmpty READ isEmpty NOTIFY appsChanged)
 
 public:
-    /// What the library stands on. All of it must outlive the object.
-    struct Surroundings
-    {
-        const platform::ApplicationSource &applications;
-        platform::FolderWatch &folderWatch;
-        platform::RecentDocuments &recentDocuments;
-        const platform::IconSource &icons;
-        PreferenceStore preferences;
-        WorkspaceManager &workspaces;
-        NotificationCenter &notifications;
-        /// Seconds since 1970; the system's clock unless a test says otherwise.
-        std::function<double()> now = {};
-    };
+    using Surroundings = LibrarySurroundings;
 
     /// Loads the hidden sets. Nothing is scanned yet.
     explicit AppFinder(const Surroundings &surroundings, QObject *parent = nullptr);

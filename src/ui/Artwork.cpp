@@ -11,13 +11,18 @@ namespace quillbay {
 
 namespace {
 
-QImage canvas(qreal edge, qreal ratio)
+QImage canvas(qreal width, qreal height, qreal ratio)
 {
-    const int pixels = int(std::ceil(edge * ratio));
-    QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
+    QImage image(int(std::ceil(width * ratio)), int(std::ceil(height * ratio)),
+                 QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
     image.fill(Qt::transparent);
     return image;
+}
+
+QImage canvas(qreal edge, qreal ratio)
+{
+    return canvas(edge, edge, ratio);
 }
 
 QLinearGradient diagonal(const QRectF &rect, const QColor &from, const QColor &to)
@@ -52,6 +57,24 @@ QVariant Artwork::plate(qreal edge, qreal radius, const QColor &primary, qreal r
     painter.setPen(QPen(faded(primary, 0.1), 1));
     painter.setBrush(diagonal(QRectF(0, 0, edge, edge), faded(primary, 0.08), faded(primary, 0.04)));
     painter.drawRoundedRect(line, radius - 0.5, radius - 0.5);
+    painter.end();
+    return finished(image);
+}
+
+QVariant Artwork::panel(qreal width, qreal height, qreal radius, const QColor &color, const QColor &stroke,
+                        qreal ratio) const
+{
+    QImage image = canvas(width, height, ratio);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(color);
+    painter.drawRoundedRect(QRectF(0, 0, width, height), radius, radius);
+    if (stroke.alpha() > 0) {
+        painter.setPen(QPen(stroke, 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(0.5, 0.5, width - 1, height - 1), radius - 0.5, radius - 0.5);
+    }
     painter.end();
     return finished(image);
 }

@@ -22,6 +22,10 @@ public:
 
     /// The plate behind a tile's icon: rounded square, diagonal gradient and hairline in shades of `primary`.
     Q_INVOKABLE QVariant plate(qreal edge, qreal radius, const QColor &primary, qreal ratio) const;
+    /// A rounded plate of one colour with a hairline around it, inside its edges; a transparent one is none.
+    Q_INVOKABLE QVariant panel(qreal width, qreal height, qreal radius, const QColor &color,
+                               const QColor &stroke, qreal ratio) const;
+
     /// A full circle, stroked from `from` at the top left to `to` at the bottom right.
     Q_INVOKABLE QVariant ring(qreal edge, qreal stroke, const QColor &from, const QColor &to,
                               qreal ratio) const;

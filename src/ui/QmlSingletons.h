@@ -60,6 +60,13 @@ struct AppFinderType
     QML_UNCREATABLE("The view model owns the one library")
 };
 
+struct CountedListModelType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::CountedListModel)
+    QML_ANONYMOUS
+};
+
 struct AppListModelType
 {
     Q_GADGET

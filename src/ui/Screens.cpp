@@ -1,6 +1,7 @@
 #include "ui/Screens.h"
 
 #include "ui/QmlSingletons.h"
+#include "ui/vocabulary/Symbols.h"
 
 #include <QQuickWindow>
 
@@ -13,6 +14,8 @@ namespace quillbay {
 Screens::Screens(QuillbayViewModel &viewModel, NotificationCenter &notifications)
 {
     [[maybe_unused]] volatile auto keep = &qml_register_types_Quillbay_Ui;
+    // Before there is any text: a font that comes later has all of it laid out anew.
+    Symbols::family(SymbolFace::Regular);
     ViewModelSingleton::instance = &viewModel;
     NotificationsSingleton::instance = &notifications;
     m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/ContentView.qml")));

@@ -5,7 +5,7 @@ import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The field that filters the grid as one types. */
-Rectangle {
+Panel {
     id: root
 
     readonly property color ink: Theme.dark ? "white" : Theme.primary
@@ -19,8 +19,7 @@ Rectangle {
     implicitHeight: field.implicitHeight + 20
     radius: 12
     color: Theme.dark ? Qt.rgba(0, 0, 0, 0.3) : Theme.fade(Theme.primary, 0.06)
-    border.width: 1
-    border.color: Theme.dark ? Qt.rgba(1, 1, 1, 0.1) : Theme.fade(Theme.primary, 0.12)
+    stroke: Theme.dark ? Qt.rgba(1, 1, 1, 0.1) : Theme.fade(Theme.primary, 0.12)
 
     Symbol {
         id: glyph

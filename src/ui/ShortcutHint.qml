@@ -4,14 +4,14 @@ import QtQuick
 import Quillbay.Vocabulary
 
 /*! A key combination as the desktop writes it, on a small plate. */
-Rectangle {
+Panel {
     id: root
 
     required property string sequence
     required property color ink
 
-    implicitWidth: label.implicitWidth + 12
-    implicitHeight: label.implicitHeight + 4
+    implicitWidth: Math.round(label.implicitWidth) + 12
+    implicitHeight: Math.round(label.implicitHeight) + 4
     radius: 4
     color: Theme.dark ? Qt.rgba(1, 1, 1, 0.1) : Theme.fade(Theme.primary, 0.08)
 

@@ -23,7 +23,7 @@ Item {
     Keys.onEnterPressed: clicked()
     Keys.onSpacePressed: clicked()
 
-    Rectangle {
+    Panel {
         anchors.fill: parent
         radius: width / 2
         color: Theme.primary
