@@ -31,6 +31,7 @@ QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::Application
             Q_EMIT eventHappened(QStringLiteral("Search Used"), {{QStringLiteral("query"), m_searchQuery}});
     });
     updateFilteredApps();
+    updateUnifiedGridItems();
 }
 
 void QuillbayViewModel::setSelection(const std::optional<SidebarSelection> &selection)

@@ -16,7 +16,7 @@ namespace quillbay {
 AppFinder::AppFinder(const Surroundings &surroundings, QObject *parent)
     : ObservableObject(parent)
     , m_surroundings(surroundings)
-    , m_preferencesPath(surroundings.preferences.path())
+    , m_preferencesPath(surroundings.preferences.isInMemory() ? QString() : surroundings.preferences.path())
 {
     if (!m_surroundings.now)
         m_surroundings.now = [] { return double(QDateTime::currentMSecsSinceEpoch()) / 1000; };

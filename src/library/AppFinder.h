@@ -215,7 +215,7 @@ private:
     QList<AppItem> appsOfURLs(const QStringList &urls) const;
 
     Surroundings m_surroundings;
-    const QString m_preferencesPath;
+    const QString m_preferencesPath; ///< Empty where they live in memory: no worker sees them then.
     QThreadPool m_pool;
     QTimer m_rescanTimer;
     ScannedLibrary m_library;

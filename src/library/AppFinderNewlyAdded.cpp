@@ -12,12 +12,14 @@ const QString newlyAddedKey = QStringLiteral("NewlyAddedAppURLs");
 
 void AppFinder::readNewlyAdded(ScannedLibrary &library) const
 {
-    library.recordVersion = m_recordVersion;
     for (AppItem &app : library.apps) {
         const platform::FileDates dates = m_surroundings.applications.dates(app.path);
         app.fileCreated = dates.created;
         app.fileModified = dates.modified;
     }
+    if (m_preferencesPath.isEmpty())
+        return;
+    library.recordVersion = m_recordVersion;
     const PreferenceStore store(m_preferencesPath);
     const QJsonObject record = store.dictionary(firstSeenKey).value_or(QJsonObject());
     library.newlyAdded = newlyAdded(library.apps, record, m_surroundings.now());

@@ -19,7 +19,7 @@ struct ScannedLibrary
     NewlyAdded newlyAdded;
     bool isRecordStored = false; ///< `newlyAdded.firstSeen` is what is stored.
     bool areURLsStored = false;  ///< So are `newlyAdded.urls`.
-    int recordVersion = 0;       ///< Of the record that it was made from.
+    int recordVersion = -1;      ///< Of the record that it was made from; -1 where none was looked at.
 };
 
 } // namespace quillbay

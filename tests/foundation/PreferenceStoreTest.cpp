@@ -6,6 +6,7 @@
 
 #include <QFileInfo>
 #include <QJsonArray>
+#include <QThreadPool>
 
 #include <array>
 #include <cmath>
@@ -216,6 +217,21 @@ TEST_F(PreferenceStoreTest, ALargeValueIsKept)
     PreferenceStore store(path());
     EXPECT_TRUE(store.data(Key) == large);
     EXPECT_EQ(store.boolean(QStringLiteral("small")), true);
+}
+
+TEST_F(PreferenceStoreTest, TheJournalIsMergedWhileTheStoreIsOpen)
+{
+    PreferenceStore store(path());
+    constexpr int megabyte = 1 << 20;
+    for (int round = 0; round < 40; ++round) {
+        ASSERT_TRUE(store.setData(Key, QByteArray(megabyte, char('a' + round % 26))));
+        QThreadPool::globalInstance()->waitForDone();
+    }
+    EXPECT_GT(QFileInfo(path()).size(), megabyte);
+    EXPECT_LT(QFileInfo(path() + QStringLiteral("-wal")).size(), 16 * megabyte);
+    EXPECT_EQ(PreferenceStore(path()).data(Key), QByteArray(megabyte, 'n'));
+    PreferenceStore(path()).setData(Key, "of another");
+    EXPECT_EQ(store.data(Key), QByteArray("of another"));
 }
 
 TEST_F(PreferenceStoreTest, AnEqualValueIsNotWrittenAgain)
