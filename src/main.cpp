@@ -60,7 +60,7 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     Theme theme(*platform.appearance, *platform.windowEffects);
     WorkspaceManager workspaces(preferences, notifications);
     QuillbayApp app(platform, service, preferences, workspaces, notifications);
-    Screens screens(app.viewModel(), notifications);
+    Screens screens(app.viewModel(), workspaces, notifications);
     if (!screens.window())
         return 1;
     app.finishLaunching(*screens.window(), show);

@@ -39,6 +39,14 @@ QColor faded(QColor color, qreal opacity)
     return color;
 }
 
+/// How far a point lies outside a rounded rectangle around the origin; negative inside.
+qreal distanceToRoundedRect(QPointF point, QSizeF size, qreal radius)
+{
+    const qreal x = std::abs(point.x()) - size.width() / 2 + radius;
+    const qreal y = std::abs(point.y()) - size.height() / 2 + radius;
+    return std::min(std::max(x, y), 0.0) + std::hypot(std::max(x, 0.0), std::max(y, 0.0)) - radius;
+}
+
 /// Pictures leave at ratio 1: the item that shows them has its own size.
 QImage finished(QImage image)
 {
@@ -76,6 +84,25 @@ QVariant Artwork::panel(qreal width, qreal height, qreal radius, const QColor &c
         painter.drawRoundedRect(QRectF(0.5, 0.5, width - 1, height - 1), radius - 0.5, radius - 0.5);
     }
     painter.end();
+    return finished(image);
+}
+
+QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, const QColor &color) const
+{
+    if (width <= 0 || height <= 0 || blur <= 0)
+        return {};
+    constexpr qreal pixelsPerDeviation = 2; // below this it shows steps when it is scaled up
+    const qreal ratio = std::min(1.0, pixelsPerDeviation / blur);
+    QImage image = canvas(width + 6 * blur, height + 6 * blur, ratio);
+    const QPointF centre(image.width() / ratio / 2, image.height() / ratio / 2);
+    for (int y = 0; y < image.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QPointF point = QPointF(x + 0.5, y + 0.5) / ratio - centre;
+            const qreal distance = distanceToRoundedRect(point, {width, height}, radius);
+            line[x] = qPremultiply(faded(color, 0.5 * std::erfc(distance / (blur * M_SQRT2))).rgba());
+        }
+    }
     return finished(image);
 }
 

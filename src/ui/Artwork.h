@@ -26,6 +26,12 @@ public:
     Q_INVOKABLE QVariant panel(qreal width, qreal height, qreal radius, const QColor &color,
                                const QColor &stroke, qreal ratio) const;
 
+    /// The soft shadow, or the glow, of a rounded rectangle of that size: `blur` is its standard deviation.
+    /// Three times that is added to the picture on every side. Painted at reduced resolution, so it needs no
+    /// device pixel ratio.
+    Q_INVOKABLE QVariant shadow(qreal width, qreal height, qreal radius, qreal blur,
+                                const QColor &color) const;
+
     /// A full circle, stroked from `from` at the top left to `to` at the bottom right.
     Q_INVOKABLE QVariant ring(qreal edge, qreal stroke, const QColor &from, const QColor &to,
                               qreal ratio) const;

@@ -20,8 +20,15 @@ struct GridColumns
 /// 1000 wide, tiles stand wider apart. There is always one column, even where it does not fit.
 GridColumns appColumns(qreal width);
 
-/// `appColumns` for QML: give it the width of the area and bind to the rest.
-class AppColumns : public QObject
+/// Columns of the card grid in an area of that width, its padding of 32 on both sides included. There is
+/// always one column, even where it does not fit.
+GridColumns cardColumns(qreal width);
+/// As many columns of at least `minimum` as fit between the paddings, spread over the whole width; at least
+/// one.
+GridColumns adaptiveColumns(qreal width, qreal minimum, qreal spacing, qreal padding);
+
+/// Columns for QML: give them the width of the area and bind to the rest.
+class ColumnsOfWidth : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(qreal width READ width WRITE setWidth NOTIFY widthChanged)
@@ -29,7 +36,7 @@ class AppColumns : public QObject
     Q_PROPERTY(int columnWidth READ columnWidth NOTIFY changed)
     Q_PROPERTY(int spacing READ spacing NOTIFY changed)
     Q_PROPERTY(int leading READ leading NOTIFY changed)
-    QML_ELEMENT
+    QML_ANONYMOUS
 
 public:
     using QObject::QObject;
@@ -45,9 +52,60 @@ Q_SIGNALS:
     void widthChanged();
     void changed();
 
+protected:
+    void update();
+
 private:
+    virtual GridColumns columns(qreal width) const = 0;
+
     qreal m_width = 0;
     GridColumns m_columns;
+};
+
+/// `appColumns`.
+class AppColumns : public ColumnsOfWidth
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+private:
+    GridColumns columns(qreal width) const override { return appColumns(width); }
+};
+
+/// `cardColumns`.
+class CardColumns : public ColumnsOfWidth
+{
+    Q_OBJECT
+    QML_ELEMENT
+
+private:
+    GridColumns columns(qreal width) const override { return cardColumns(width); }
+};
+
+/// `adaptiveColumns`.
+class AdaptiveColumns : public ColumnsOfWidth
+{
+    Q_OBJECT
+    Q_PROPERTY(qreal minimum MEMBER m_minimum NOTIFY askedChanged)
+    Q_PROPERTY(qreal gap MEMBER m_gap NOTIFY askedChanged)
+    Q_PROPERTY(qreal padding MEMBER m_padding NOTIFY askedChanged)
+    QML_ELEMENT
+
+public:
+    explicit AdaptiveColumns(QObject *parent = nullptr);
+
+Q_SIGNALS:
+    void askedChanged();
+
+private:
+    GridColumns columns(qreal width) const override
+    {
+        return adaptiveColumns(width, m_minimum, m_gap, m_padding);
+    }
+
+    qreal m_minimum = 100;
+    qreal m_gap = 0;
+    qreal m_padding = 0;
 };
 
 } // namespace quillbay

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "app/FolderTreeModel.h"
+#include "app/GridDrops.h"
+#include "app/LibraryActions.h"
 #include "app/QuillbayViewModel.h"
+#include "app/WorkspaceListModel.h"
 #include "foundation/NotificationCenter.h"
 
 #include <QJSEngine>
@@ -45,6 +49,50 @@ public:
     static NotificationCenter *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
 };
 
+struct LibrarySingleton : Borrowed<LibraryActions>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::LibraryActions)
+    QML_NAMED_ELEMENT(Library)
+    QML_SINGLETON
+
+public:
+    static LibraryActions *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct FolderTreeSingleton : Borrowed<FolderTreeModel>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::FolderTreeModel)
+    QML_NAMED_ELEMENT(FolderTree)
+    QML_SINGLETON
+
+public:
+    static FolderTreeModel *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct WorkspacesSingleton : Borrowed<WorkspaceListModel>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::WorkspaceListModel)
+    QML_NAMED_ELEMENT(Workspaces)
+    QML_SINGLETON
+
+public:
+    static WorkspaceListModel *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct GridDropsSingleton : Borrowed<GridDrops>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::GridDrops)
+    QML_NAMED_ELEMENT(GridDrops)
+    QML_SINGLETON
+
+public:
+    static GridDrops *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
 struct ObservableObjectType
 {
     Q_GADGET
@@ -73,6 +121,20 @@ struct AppListModelType
     QML_FOREIGN(quillbay::AppListModel)
     QML_NAMED_ELEMENT(AppListModel)
     QML_UNCREATABLE("The view model owns its lists")
+};
+
+struct CategoryListModelType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::CategoryListModel)
+    QML_ANONYMOUS
+};
+
+struct GridListModelType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::GridListModel)
+    QML_ANONYMOUS
 };
 
 } // namespace quillbay

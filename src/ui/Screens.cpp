@@ -11,13 +11,30 @@ void qml_register_types_Quillbay_Ui();
 
 namespace quillbay {
 
-Screens::Screens(QuillbayViewModel &viewModel, NotificationCenter &notifications)
+ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
+                           NotificationCenter &notifications)
+    : m_library(viewModel, workspaces)
+    , m_folderTree(*viewModel.appFinder())
+    , m_workspaces(workspaces)
+    , m_gridDrops(viewModel)
 {
     [[maybe_unused]] volatile auto keep = &qml_register_types_Quillbay_Ui;
-    // Before there is any text: a font that comes later has all of it laid out anew.
-    Symbols::family(SymbolFace::Regular);
     ViewModelSingleton::instance = &viewModel;
     NotificationsSingleton::instance = &notifications;
+    LibrarySingleton::instance = &m_library;
+    FolderTreeSingleton::instance = &m_folderTree;
+    WorkspacesSingleton::instance = &m_workspaces;
+    GridDropsSingleton::instance = &m_gridDrops;
+}
+
+ScreenModels::~ScreenModels() = default;
+
+Screens::Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
+                 NotificationCenter &notifications)
+    : m_models(viewModel, workspaces, notifications)
+{
+    // Before there is any text: a font that comes later has all of it laid out anew.
+    Symbols::family(SymbolFace::Regular);
     m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/ContentView.qml")));
 }
 

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "app/FolderTreeModel.h"
+#include "app/GridDrops.h"
+#include "app/LibraryActions.h"
+#include "app/WorkspaceListModel.h"
+
 #include <QQmlApplicationEngine>
 
 class QQuickWindow;
@@ -8,6 +13,26 @@ namespace quillbay {
 
 class NotificationCenter;
 class QuillbayViewModel;
+class WorkspaceManager;
+
+/// What the screens reach by name, with the objects that they alone need.
+///
+/// Must not outlive what it is given. Thread: main thread; one at a time.
+class ScreenModels
+{
+public:
+    ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
+                 NotificationCenter &notifications);
+    ~ScreenModels();
+    ScreenModels(const ScreenModels &) = delete;
+    ScreenModels &operator=(const ScreenModels &) = delete;
+
+private:
+    LibraryActions m_library;
+    FolderTreeModel m_folderTree;
+    WorkspaceListModel m_workspaces;
+    GridDrops m_gridDrops;
+};
 
 /// The engine with all screens loaded. Loads `ContentView` and hands its window out, not shown yet.
 ///
@@ -15,7 +40,7 @@ class QuillbayViewModel;
 class Screens
 {
 public:
-    Screens(QuillbayViewModel &viewModel, NotificationCenter &notifications);
+    Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces, NotificationCenter &notifications);
     ~Screens();
     Screens(const Screens &) = delete;
     Screens &operator=(const Screens &) = delete;
@@ -24,6 +49,7 @@ public:
     QQuickWindow *window() const;
 
 private:
+    ScreenModels m_models;
     QQmlApplicationEngine m_engine;
 };
 

@@ -25,3 +25,14 @@ TEST(GridColumns, AreNeverFewerThanOneNorWiderThanTheirMaximum)
         ASSERT_LE(std::abs(width - used - 2 * columns.leading), 1) << width << ": not centred";
     }
 }
+
+TEST(GridColumns, OfCardsAndAdaptiveOnesFollowTheWidth)
+{
+    EXPECT_EQ(cardColumns(660), (GridColumns{2, 280, 24, 38}));
+    EXPECT_EQ(cardColumns(600).columnWidth, 280);
+    EXPECT_EQ(cardColumns(631).count, 1);
+    EXPECT_EQ(cardColumns(632), (GridColumns{2, 272, 24, 32}));
+    EXPECT_EQ(adaptiveColumns(700, 110, 24, 40), (GridColumns{4, 137, 24, 40}));
+    EXPECT_EQ(adaptiveColumns(550, 90, 20, 24), (GridColumns{4, 110, 20, 25}));
+    EXPECT_EQ(adaptiveColumns(20, 90, 20, 24).count, 1);
+}

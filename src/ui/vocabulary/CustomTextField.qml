@@ -9,10 +9,13 @@ import Quillbay.Vocabulary
 // `text` takes a binding and keeps it while the user types; `textEdited` is the way back. `isFocused` is a request
 // for the keyboard: setting it asks for it, the end of editing clears it, and clearing it takes nothing away. Who
 // wants to ask again while it is still set calls `requestFocus`.
-Item {
+FocusScope {
     id: root
 
     property alias text: input.text
+    property alias font: input.font
+    property alias horizontalAlignment: input.horizontalAlignment
+    property alias ink: input.color
     property string placeholder
     property bool isFocused: false
     // How long after the last key the cursor goes on blinking, in milliseconds; then it stands still.
@@ -20,6 +23,8 @@ Item {
     readonly property bool cursorBlinking: cursorTimer.running
 
     signal textEdited
+    // Return was pressed; the key goes on to the screen around the field.
+    signal accepted
 
     property bool focusPending: false
 
@@ -53,6 +58,8 @@ Item {
     TextInput {
         id: input
 
+        focus: true
+
         anchors.fill: parent
         clip: true
         color: Theme.primary
@@ -67,6 +74,7 @@ Item {
         Accessible.name: root.placeholder
 
         onTextEdited: root.textEdited()
+        onAccepted: root.accepted()
         onTextChanged: cursorTimer.begin()
         onCursorPositionChanged: cursorTimer.begin()
         onActiveFocusChanged: cursorTimer.begin()
@@ -85,6 +93,7 @@ Item {
             color: Theme.placeholder
             font: input.font
             elide: Text.ElideRight
+            horizontalAlignment: input.horizontalAlignment
             verticalAlignment: Text.AlignVCenter
             visible: input.length === 0 && input.preeditText === ""
         }

@@ -1,0 +1,23 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillbay.Ui
+
+/*! The shadow of a rounded rectangle that lies where this item does. Painted once for a size. */
+Item {
+    id: root
+
+    property real radius: 32
+    /*! Standard deviation of the blur. */
+    property real blur: 40
+    property real offset: 20
+    property color color: Qt.rgba(0, 0, 0, 0.25)
+
+    PictureItem {
+        x: -3 * root.blur
+        y: -3 * root.blur + root.offset
+        width: root.width + 6 * root.blur
+        height: root.height + 6 * root.blur
+        picture: root.visible ? Artwork.shadow(root.width, root.height, root.radius, root.blur, root.color) : undefined
+    }
+}
