@@ -202,6 +202,23 @@ void LibraryActions::unhideFolder(const QString &id)
     withFolder(id, [](AppFinder &finder, const AppFolder &entry) { finder.unhideFolder(entry); });
 }
 
+QVariantList LibraryActions::folders() const
+{
+    QVariantList list;
+    for (const AppFolder &entry : m_viewModel.appFinder()->folders())
+        list.append(
+            QVariantMap{{QStringLiteral("id"), uuidString(entry.id)}, {QStringLiteral("name"), entry.name}});
+    return list;
+}
+
+void LibraryActions::openPicker(const QString &folder)
+{
+    withFolder(folder, [this](AppFinder &, const AppFolder &entry) {
+        m_viewModel.setFolderForPicker(entry);
+        m_viewModel.setShowingAppPicker(true);
+    });
+}
+
 void LibraryActions::moveRootFolder(int from, int to)
 {
     m_viewModel.appFinder()->reorderFolders({from}, to);

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QVariantList>
 #include <QVariantMap>
 
 namespace quillbay {
@@ -66,6 +67,10 @@ public:
     Q_INVOKABLE void deleteFolder(const QString &id);
     Q_INVOKABLE void hideFolder(const QString &id);
     Q_INVOKABLE void unhideFolder(const QString &id);
+    /// All folders, nested and hidden ones included, each with "id" and "name".
+    Q_INVOKABLE QVariantList folders() const;
+    /// Opens the sheet that adds applications to a folder.
+    Q_INVOKABLE void openPicker(const QString &folder);
     /// Among the root folders: puts the one at `from` before the one at `to`.
     Q_INVOKABLE void moveRootFolder(int from, int to);
     /// A new folder of the category's name, and then all that the grid lists of it into the folder that
