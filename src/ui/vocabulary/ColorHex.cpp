@@ -66,6 +66,11 @@ quint64 scannedNumber(const QList<uint> &text)
 
 } // namespace
 
+int colorDigitCount(QStringView text)
+{
+    return characterCount(trimmed(text));
+}
+
 QColor colorFromHex(QStringView text)
 {
     const QList<uint> digits = trimmed(text);

@@ -15,6 +15,8 @@ namespace quillbay {
 /// gives a nearly transparent colour, alpha 1 of 255, so that a damaged text makes the tint vanish instead of
 /// painting black.
 QColor colorFromHex(QStringView text);
+/// The number of characters that decides the form.
+int colorDigitCount(QStringView text);
 
 /// `colorFromHex` for QML.
 class ColorHex : public QObject

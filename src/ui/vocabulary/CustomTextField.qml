@@ -17,6 +17,8 @@ FocusScope {
     property alias horizontalAlignment: input.horizontalAlignment
     property alias ink: input.color
     property string placeholder
+    // What the screen reader calls the field.
+    property string label: root.placeholder
     property bool isFocused: false
     // How long after the last key the cursor goes on blinking, in milliseconds; then it stands still.
     property int blinkTime: 10000
@@ -71,7 +73,7 @@ FocusScope {
         activeFocusOnTab: true
 
         Accessible.role: Accessible.EditableText
-        Accessible.name: root.placeholder
+        Accessible.name: root.label
 
         onTextEdited: root.textEdited()
         onAccepted: root.accepted()
