@@ -61,15 +61,33 @@ void assign(AppListModel &model, const QList<AppItem> &apps, const QList<qsizety
 void CategoryListModel::setApps(const QList<AppItem> &apps)
 {
     m_apps = apps;
-    if (m_isAsked)
-        update();
+    m_isStale = true;
+    if (m_followers > 0)
+        updateIfStale();
 }
 
 AppListModel *CategoryListModel::group(const QString &category)
 {
-    if (!std::exchange(m_isAsked, true))
-        update();
+    updateIfStale();
     return m_groups.value(category);
+}
+
+void CategoryListModel::follow()
+{
+    ++m_followers;
+    updateIfStale();
+}
+
+void CategoryListModel::unfollow()
+{
+    Q_ASSERT(m_followers > 0);
+    --m_followers;
+}
+
+void CategoryListModel::updateIfStale()
+{
+    if (std::exchange(m_isStale, false))
+        update();
 }
 
 void CategoryListModel::update()

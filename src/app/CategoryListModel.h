@@ -28,7 +28,8 @@ inline bool looksSame(const CategoryGroup &a, const CategoryGroup &b)
 /// A list of applications by category: a row for each category, in the order in which they come up in the
 /// list, with a model of its applications that lives as long as the category has any.
 ///
-/// Nothing is grouped until the first `group` is asked for: a grid without cards costs no grouping per key.
+/// A new list is grouped at once while someone follows, else when a `group` is asked for: a grid without
+/// cards costs no grouping per key.
 /// Thread: main thread.
 class CategoryListModel : public SteppedListModel<CategoryGroup>
 {
@@ -46,15 +47,21 @@ public:
     /// the event loop once the category is gone.
     Q_INVOKABLE quillbay::AppListModel *group(const QString &category);
 
+    /// Each `follow` takes one `unfollow`.
+    Q_INVOKABLE void follow();
+    Q_INVOKABLE void unfollow();
+
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 private:
     void update();
+    void updateIfStale();
 
     QList<AppItem> m_apps;
     QHash<QString, AppListModel *> m_groups;
-    bool m_isAsked = false;
+    int m_followers = 0;
+    bool m_isStale = false;
 };
 
 } // namespace quillbay

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "app/FolderContents.h"
 #include "app/FolderTreeModel.h"
 #include "app/GridDrops.h"
+#include "app/HiddenCards.h"
 #include "app/LibraryActions.h"
 #include "app/QuillbayViewModel.h"
+#include "app/UnifiedCards.h"
 #include "app/WorkspaceListModel.h"
 #include "foundation/NotificationCenter.h"
 
@@ -93,6 +96,39 @@ public:
     static GridDrops *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
 };
 
+struct CardsSingleton : Borrowed<UnifiedCards>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::UnifiedCards)
+    QML_NAMED_ELEMENT(Cards)
+    QML_SINGLETON
+
+public:
+    static UnifiedCards *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct HiddenCardsSingleton : Borrowed<HiddenCards>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::HiddenCards)
+    QML_NAMED_ELEMENT(HiddenCards)
+    QML_SINGLETON
+
+public:
+    static HiddenCards *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct FolderContentsSingleton : Borrowed<FolderContents>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::FolderContents)
+    QML_NAMED_ELEMENT(FolderContents)
+    QML_SINGLETON
+
+public:
+    static FolderContents *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
 struct ObservableObjectType
 {
     Q_GADGET
@@ -112,6 +148,13 @@ struct CountedListModelType
 {
     Q_GADGET
     QML_FOREIGN(quillbay::CountedListModel)
+    QML_ANONYMOUS
+};
+
+struct CardListModelType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::CardListModel)
     QML_ANONYMOUS
 };
 

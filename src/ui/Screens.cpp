@@ -17,6 +17,9 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     , m_folderTree(*viewModel.appFinder())
     , m_workspaces(workspaces)
     , m_gridDrops(viewModel)
+    , m_folderContents(*viewModel.appFinder())
+    , m_cards(viewModel, m_folderContents)
+    , m_hiddenCards(*viewModel.appFinder(), m_folderContents)
 {
     [[maybe_unused]] volatile auto keep = &qml_register_types_Quillbay_Ui;
     ViewModelSingleton::instance = &viewModel;
@@ -25,6 +28,9 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     FolderTreeSingleton::instance = &m_folderTree;
     WorkspacesSingleton::instance = &m_workspaces;
     GridDropsSingleton::instance = &m_gridDrops;
+    CardsSingleton::instance = &m_cards;
+    HiddenCardsSingleton::instance = &m_hiddenCards;
+    FolderContentsSingleton::instance = &m_folderContents;
 }
 
 ScreenModels::~ScreenModels() = default;

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "app/FolderContents.h"
 #include "app/FolderTreeModel.h"
 #include "app/GridDrops.h"
+#include "app/HiddenCards.h"
 #include "app/LibraryActions.h"
+#include "app/UnifiedCards.h"
 #include "app/WorkspaceListModel.h"
 
 #include <QQmlApplicationEngine>
@@ -32,6 +35,9 @@ private:
     FolderTreeModel m_folderTree;
     WorkspaceListModel m_workspaces;
     GridDrops m_gridDrops;
+    FolderContents m_folderContents;
+    UnifiedCards m_cards;
+    HiddenCards m_hiddenCards;
 };
 
 /// The engine with all screens loaded. Loads `ContentView` and hands its window out, not shown yet.
