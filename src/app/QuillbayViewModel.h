@@ -80,7 +80,7 @@ public:
     bool isHiddenUnlocked() const { return m_isHiddenUnlocked; }
     void setIsHiddenUnlocked(bool unlocked);
     /// Whether a password guards the hidden list, by what is stored now.
-    bool isSecurityPasswordSet() const;
+    Q_INVOKABLE bool isSecurityPasswordSet() const;
 
     /// What the grid lists: for a query every match whatever is selected (in the hidden list the matches
     /// among the hidden), else what is selected.

@@ -2,16 +2,65 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Quillbay.Ui
+import Quillbay.Vocabulary
 
-/*! Everything in the window: the header with the search field, and below it the applications. */
-Item {
+/*! Everything right of the sidebar: the header with the search field, and below it the layout that belongs to the
+    selection. */
+FocusScope {
     id: root
 
     required property Window hostWindow
     readonly property bool isLoading: ViewModel.appFinder.isScanning && ViewModel.appFinder.isEmpty
+    readonly property string selection: Library.selection
+    readonly property bool isSearching: ViewModel.searchQuery !== ""
+    readonly property bool isEmpty: ViewModel.filteredApps.count === 0
+    /*! Closed to the eye: a password guards the hidden list, and it has not been given. */
+    readonly property bool isLocked: selection === "hidden" && !ViewModel.isHiddenUnlocked && ViewModel.isSecurityPasswordSet()
+
+    readonly property string layout: {
+        if (isLoading)
+            return "loading";
+        if (isLocked)
+            return "locked";
+        if (isEmpty && Library.selectedFolder !== "")
+            return "emptyFolder";
+        return "tiles";
+    }
+    /*! Whatever changes it begins at the top again. */
+    readonly property string identity: selection + "-" + Library.sortOption
+
+    property string expandedFolderID
+    property string expandedCategoryName
+
+    function focusSearch() {
+        if (!isLocked)
+            header.searchField.requestFocus();
+    }
 
     readonly property bool searchFocusTrigger: ViewModel.searchFocusTrigger
-    onSearchFocusTriggerChanged: header.searchField.requestFocus()
+    onSearchFocusTriggerChanged: focusSearch()
+    readonly property bool isHiddenUnlocked: ViewModel.isHiddenUnlocked
+    onIsHiddenUnlockedChanged: {
+        if (isHiddenUnlocked)
+            header.searchField.requestFocus();
+    }
+    onSelectionChanged: {
+        appearance.restart();
+        focusSearch();
+    }
+    onIdentityChanged: {
+        tileGrid.currentIndex = -1;
+        tileGrid.positionViewAtBeginning();
+    }
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: Library.title
+
+    Rectangle {
+        anchors.fill: parent
+        visible: !Theme.dark && (root.selection.startsWith("folder:") || root.selection.startsWith("category:"))
+        color: Theme.material("sidebar", false, false)
+    }
 
     HeaderBar {
         id: header
@@ -21,27 +70,51 @@ Item {
             top: parent.top
         }
         window: root.hostWindow
-        endWidth: windowButtons.width + 16
-        onMaximizeToggled: windowButtons.toggleMaximized()
+        endWidth: tools.width + 16
+        onMaximizeToggled: tools.toggleMaximized()
         Component.onCompleted: searchField.requestFocus()
     }
 
-    TileGrid {
-        id: tileGrid
+    Item {
+        id: content
         anchors {
             left: parent.left
             right: parent.right
             top: header.bottom
             bottom: parent.bottom
         }
-        visible: !root.isLoading
-        hostWindow: root.hostWindow
-        onEscapedUp: header.searchField.requestFocus()
+
+        TileGrid {
+            id: tileGrid
+            anchors.fill: parent
+            visible: root.layout === "tiles"
+            hostWindow: root.hostWindow
+            apps: root.layout === "tiles" ? ViewModel.filteredApps : null
+            folder: root.isSearching ? "" : Library.selectedFolder
+            onEscapedUp: root.focusSearch()
+        }
+        Loader {
+            id: other
+            anchors.fill: parent
+            sourceComponent: root.layout === "emptyFolder" ? emptyFolder : null
+        }
+        NumberAnimation {
+            id: appearance
+            target: content
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: 180 * Theme.motion
+        }
+    }
+    Component {
+        id: emptyFolder
+        FolderEmptyState {}
     }
 
-    // After the grid, so that Tab goes from the search field to the tiles.
-    WindowButtons {
-        id: windowButtons
+    // After the applications, so that Tab goes from the search field to them.
+    HeaderTools {
+        id: tools
         anchors {
             right: parent.right
             rightMargin: 16
@@ -51,30 +124,30 @@ Item {
     }
 
     Presence {
-        anchors {
-            left: parent.left
-            right: parent.right
-            top: header.bottom
-            bottom: parent.bottom
-        }
+        anchors.fill: content
         present: root.isLoading
         source: "ModernLoadingView.qml"
+    }
+
+    Loader {
+        active: ViewModel.showingAppPicker
+        source: "AppPickerView.qml"
     }
 
     Connections {
         target: Notifications
         function onQuillbayHotkeyTriggered() {
-            header.searchField.requestFocus();
+            root.focusSearch();
         }
         function onQuillbaySearchFocusRequested() {
-            header.searchField.requestFocus();
+            root.focusSearch();
         }
     }
     Connections {
         target: root.hostWindow
         function onActiveChanged() {
             if (root.hostWindow.active)
-                header.searchField.requestFocus();
+                root.focusSearch();
         }
     }
 }

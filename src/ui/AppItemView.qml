@@ -13,6 +13,8 @@ Item {
     required property string path
     required property Window hostWindow
     property bool focused: false
+    /*! A dragged application would go here. */
+    property bool targeted: false
 
     readonly property bool isHovering: area.containsMouse
     property bool isPressed: false
@@ -25,12 +27,14 @@ Item {
     property real textLaunch: isLaunching ? 1 : 0
 
     signal contextMenuRequested(real x, real y)
+    signal launched
 
     function launch() {
         isLaunching = true;
         ViewModel.launchApp(path, hostWindow);
         if (!launchTimer.running)
             launchTimer.start();
+        launched();
     }
 
     Accessible.role: Accessible.Button
@@ -46,6 +50,12 @@ Item {
         isLaunching = false;
     }
 
+    scale: targeted ? 1.08 : 1
+    Behavior on scale {
+        SpringMotion {
+            preset: SpringMotion.DragHighlight
+        }
+    }
     Behavior on hover {
         SpringMotion {}
     }
@@ -141,6 +151,19 @@ Item {
             else
                 root.launch();
         }
-        onPressAndHold: mouse => root.contextMenuRequested(mouse.x, mouse.y)
+        onPressAndHold: mouse => {
+            if (mouse.source !== Qt.MouseEventNotSynthesized)
+                root.contextMenuRequested(mouse.x, mouse.y);
+        }
+        onPressed: mouse => pressPlace = Qt.point(mouse.x, mouse.y)
+        onPositionChanged: mouse => {
+            if (!(pressedButtons & Qt.LeftButton) || mouse.source !== Qt.MouseEventNotSynthesized)
+                return;
+            const way = Math.abs(mouse.x - pressPlace.x) + Math.abs(mouse.y - pressPlace.y);
+            if (way >= Application.styleHints.startDragDistance)
+                DragSource.dragUrl(block, GridDrops.beginAppDrag(root.path), mapToItem(block, pressPlace));
+        }
+
+        property point pressPlace
     }
 }

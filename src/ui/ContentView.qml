@@ -4,6 +4,7 @@ import QtQuick
 import Quillbay.Ui
 import Quillbay.Vocabulary
 
+/*! The window: the sidebar, and beside it the applications. */
 Window {
     id: root
 
@@ -18,14 +19,44 @@ Window {
         // Not Qt.quit(), which asks every window to close: closing only hides this one.
         onActivated: Qt.exit(0)
     }
-    Shortcut {
-        sequence: "Ctrl+K"
-        onActivated: Notifications.quillbaySearchFocusRequested()
-    }
+    LibraryShortcuts {}
 
+    // Before the sidebar, though it stands to the right: Tab goes from the search field to the applications.
     AppGridView {
-        anchors.fill: parent
+        anchors {
+            left: divider.right
+            right: parent.right
+            top: parent.top
+            bottom: parent.bottom
+        }
         hostWindow: root
+    }
+    Item {
+        id: sidebar
+        anchors {
+            left: parent.left
+            top: parent.top
+            bottom: parent.bottom
+        }
+        width: divider.position
+    }
+    SidebarHeader {
+        anchors {
+            left: sidebar.left
+            right: sidebar.right
+            top: parent.top
+        }
+        window: root
+    }
+    SplitDivider {
+        id: divider
+        anchors {
+            top: parent.top
+            bottom: parent.bottom
+        }
+        minimum: 220
+        ideal: 240
+        maximum: 320
     }
 
     Rectangle {

@@ -36,7 +36,8 @@ class ColumnsOfWidth : public QObject
     Q_PROPERTY(int columnWidth READ columnWidth NOTIFY changed)
     Q_PROPERTY(int spacing READ spacing NOTIFY changed)
     Q_PROPERTY(int leading READ leading NOTIFY changed)
-    QML_ANONYMOUS
+    QML_ELEMENT
+    QML_UNCREATABLE("One of the ways to lay out columns")
 
 public:
     using QObject::QObject;

@@ -2,46 +2,57 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Quillbay.Ui
+import Quillbay.Vocabulary
 
-/*! The window's own header with the search field in the middle. Dragging it moves the
-    window, a double click asks for it to be maximised. */
+/*! The window's own header: the way back from a category and the search field in the middle. Dragging it moves the window,
+    a double click asks for it to be maximised. */
 Item {
     id: root
 
     required property Window window
     property alias searchField: searchField
-    /*! How much of the header's end the window's buttons take. */
-    property real endWidth: 0
+    /*! How much of the header's end is taken. */
+    required property real endWidth
+
+    readonly property string selection: Library.selection
+    readonly property real from: leading.x + leading.width + 8
+    readonly property real to: width - endWidth - 12
 
     signal maximizeToggled
 
     implicitHeight: 64
 
-    PointHandler {
-        id: dragPoint
-        property bool moving: false
-        acceptedButtons: Qt.LeftButton
-        acceptedDevices: PointerDevice.AllDevices
-        onActiveChanged: moving = false
-        onPointChanged: {
-            if (!active || moving)
-                return;
-            const way = Qt.point(point.position.x - point.pressPosition.x, point.position.y - point.pressPosition.y);
-            if (Math.abs(way.x) + Math.abs(way.y) >= Qt.styleHints.startDragDistance) {
-                moving = true;
-                root.window.startSystemMove();
+    WindowDragZone {
+        anchors.fill: parent
+        window: root.window
+        onDoubleClicked: root.maximizeToggled()
+    }
+
+    Row {
+        id: leading
+        anchors {
+            left: parent.left
+            leftMargin: 8
+            verticalCenter: parent.verticalCenter
+        }
+        ToolbarButton {
+            visible: root.selection.startsWith("category:")
+            symbol: "chevron.left"
+            label: qsTr("All Categories")
+            showsText: true
+            ink: Theme.blue
+            onClicked: {
+                Library.selection = "allApps";
+                ViewModel.updateFilteredApps();
             }
         }
-    }
-    TapHandler {
-        acceptedButtons: Qt.LeftButton
-        gesturePolicy: TapHandler.DragThreshold
-        onDoubleTapped: root.maximizeToggled()
     }
 
     SearchField {
         id: searchField
-        anchors.centerIn: parent
-        width: Math.min(implicitWidth, root.width - 2 * (root.endWidth + 16))
+        // In the middle as far as there is room.
+        x: Math.round(Math.max(root.from, Math.min((root.width - width) / 2, root.to - width)))
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.min(implicitWidth, root.to - root.from)
     }
 }

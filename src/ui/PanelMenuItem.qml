@@ -9,13 +9,16 @@ T.MenuItem {
     id: root
 
     property string symbol
+    /*! The keys that do the same, in portable form. */
+    property string hint
     property bool destructive: false
 
     readonly property color ink: !enabled ? Theme.secondary : highlighted ? "white" : destructive ? Theme.red : Theme.primary
     readonly property string mark: subMenu ? "chevron.right" : checked ? "checkmark" : symbol
 
-    implicitWidth: Math.ceil(label.implicitWidth) + leftPadding + rightPadding + 28
+    implicitWidth: Math.ceil(label.implicitWidth) + leftPadding + rightPadding + (hint === "" ? 28 : Math.ceil(keys.implicitWidth) + 36)
     implicitHeight: 30
+    height: visible ? implicitHeight : 0
     leftPadding: 12
     rightPadding: 12
 
@@ -45,6 +48,16 @@ T.MenuItem {
                 pixelSize: 13
                 weight: Font.Normal
             }
+        }
+        Text {
+            id: keys
+            anchors {
+                right: parent.right
+                verticalCenter: parent.verticalCenter
+            }
+            text: root.hint
+            color: root.highlighted ? root.ink : Theme.secondary
+            font.pixelSize: 12
         }
         Symbol {
             id: mark

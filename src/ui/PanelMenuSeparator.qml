@@ -8,6 +8,7 @@ import Quillbay.Vocabulary
 T.MenuSeparator {
     implicitWidth: 40
     implicitHeight: 9
+    height: visible ? implicitHeight : 0
     contentItem: Item {
         Rectangle {
             anchors {

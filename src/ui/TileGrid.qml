@@ -2,30 +2,41 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Quillbay.Ui
+import Quillbay.Vocabulary
 
 /*! The applications as a grid of tiles. Tab reaches it, arrows move inside it, Return or Space launches. */
 GridView {
     id: root
 
     required property Window hostWindow
+    property AppListModel apps
+    property ColumnsOfWidth columns: AppColumns {
+        width: root.width
+    }
+    property int rowSpacing: 32
+    property int topPadding: 32
+    property int bottomPadding: 32
+    /*! Taken off the width at both ends before the columns are laid out. */
+    property int inset: 0
+    /*! The folder whose members these are, in their order; empty where they stand in no such order. */
+    property string folder
+
+    /*! An application was launched. */
+    signal launched
     /*! The user went up from the first row. */
     signal escapedUp
 
-    readonly property AppColumns columns: AppColumns {
-        width: root.width
-    }
-    readonly property int rowSpacing: 32
     readonly property int textHeight: Math.ceil(metrics.height) * 2
 
-    topMargin: 32
-    bottomMargin: 32 - rowSpacing
-    leftMargin: columns.leading
+    topMargin: topPadding
+    bottomMargin: bottomPadding - rowSpacing
+    leftMargin: columns.leading + inset
     // Room for exactly the columns and the spacing behind the last one.
-    rightMargin: width - columns.leading - columns.count * cellWidth
+    rightMargin: width - columns.leading - inset - columns.count * cellWidth
     cellWidth: columns.columnWidth + columns.spacing
     cellHeight: 8 + 90 + 8 + textHeight + 8 + rowSpacing
 
-    model: ViewModel.filteredApps
+    model: apps
     clip: true
     reuseItems: true
     cacheBuffer: 0
@@ -49,13 +60,25 @@ GridView {
         if (tile)
             tile.launch();
     }
-    Keys.onReturnPressed: launchCurrent()
-    Keys.onEnterPressed: launchCurrent()
-    Keys.onSpacePressed: launchCurrent()
-    Keys.onMenuPressed: {
+    function popUpForCurrent() {
         const tile = currentItem as AppItemView;
         if (tile)
             tileMenu.popUpFor(tile, tile.width / 2, tile.height / 2);
+    }
+    Keys.onReturnPressed: launchCurrent()
+    Keys.onEnterPressed: launchCurrent()
+    Keys.onSpacePressed: launchCurrent()
+    Keys.onMenuPressed: popUpForCurrent()
+    Keys.onPressed: event => {
+        event.accepted = true;
+        if (event.key === Qt.Key_Home)
+            currentIndex = 0;
+        else if (event.key === Qt.Key_End)
+            currentIndex = count - 1;
+        else if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier)
+            popUpForCurrent();
+        else
+            event.accepted = false;
     }
     Keys.onUpPressed: event => {
         if (currentIndex < columns.count) {
@@ -71,6 +94,8 @@ GridView {
         width: root.columns.columnWidth
         height: root.cellHeight - root.rowSpacing
         focused: GridView.isCurrentItem && root.activeFocus
+        targeted: drops.target !== "" && drops.target === path
+        onLaunched: root.launched()
         onContextMenuRequested: (x, y) => tileMenu.popUpFor(this, x, y)
         onIsHoveringChanged: {
             if (isHovering) {
@@ -82,6 +107,27 @@ GridView {
         }
     }
 
+    move: Transition {
+        enabled: DragSource.active
+        SpringMotion {
+            properties: "x,y"
+        }
+    }
+    displaced: Transition {
+        enabled: DragSource.active
+        SpringMotion {
+            properties: "x,y"
+        }
+    }
+
+    TileDrops {
+        id: drops
+        parent: root
+        anchors.fill: parent
+        enabled: root.folder !== ""
+        grid: root
+        folder: root.folder
+    }
     FontMetrics {
         id: metrics
         font {

@@ -2,34 +2,75 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Quillbay.Ui
-import QtQuick.Templates as T
-import Quillbay.Vocabulary
 
-/*! The context menu of a tile. */
-T.Menu {
+/*! The context menu of a tile. What it offers follows the selection at its opening. */
+PanelMenu {
     id: root
 
     property AppItemView tile: null
 
-    margins: 8
-    padding: 6
-    implicitWidth: Math.max(180, contentItem.implicitWidth + leftPadding + rightPadding)
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    property string path
+    property string selection
+    property bool isFavorite: false
+    readonly property bool inHidden: selection === "hidden"
+    readonly property bool inFolder: selection.startsWith("folder:")
 
-    contentItem: ListView {
-        implicitHeight: contentHeight
-        model: root.contentModel
-        interactive: false
-        currentIndex: root.currentIndex
-    }
-    background: Rectangle {
-        radius: 10
-        color: Theme.mix(Theme.windowBackground, "white", Theme.dark ? 0.06 : 0.8)
-        border.color: Theme.fade(Theme.primary, 0.15)
+    function popUpFor(opened) {
+        tile = opened;
+        path = opened.path;
+        selection = Library.selection;
+        isFavorite = Library.isFavorite(path);
+        for (let i = 0; i < count; ++i) {
+            if (menuAt(i) === folderMenu)
+                itemAt(i).visible = !inHidden && !inFolder;
+        }
+        folders.model = inHidden || inFolder ? [] : Library.folders();
     }
 
-    TileMenuItem {
+    PanelMenuItem {
         text: qsTr("Launch")
         onTriggered: root.tile.launch()
+    }
+    PanelMenuSeparator {}
+    PanelMenuItem {
+        text: root.isFavorite ? qsTr("Remove from Favorites") : qsTr("Add to Favorites")
+        onTriggered: Library.toggleFavorite(root.path)
+    }
+    PanelMenuSeparator {}
+    PanelMenuItem {
+        text: root.inHidden ? qsTr("Unhide App Globally") : qsTr("Hide App Globally")
+        destructive: !root.inHidden
+        onTriggered: {
+            if (root.inHidden)
+                Library.unhideApp(root.path);
+            else
+                Library.hideApp(root.path);
+        }
+    }
+    PanelMenuSeparator {
+        visible: !root.inHidden
+    }
+    PanelMenuItem {
+        text: qsTr("Remove from Folder")
+        destructive: true
+        visible: root.inFolder
+        onTriggered: Library.removeAppFromFolder(root.path, root.selection.slice(7))
+    }
+
+    PanelMenu {
+        id: folderMenu
+        title: qsTr("Add to Folder")
+    }
+    Instantiator {
+        id: folders
+        model: []
+        delegate: PanelMenuItem {
+            id: folder
+            required property var modelData
+            text: folder.modelData.name
+            onTriggered: Library.addAppToFolder(root.path, folder.modelData.id)
+        }
+        onObjectAdded: (index, object) => folderMenu.insertItem(index, object)
+        onObjectRemoved: (index, object) => folderMenu.removeItem(object)
     }
 }

@@ -1,15 +1,16 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Quillbay.Ui
 
 /*! Makes the tiles' context menu when it is first asked for. */
 Loader {
     id: root
 
-    function popUpFor(tile, x, y) {
+    function popUpFor(tile: AppItemView, x: real, y: real) {
         active = true;
         const menu = item as TileMenu;
-        menu.tile = tile;
+        menu.popUpFor(tile);
         menu.popup(tile, x, y);
     }
 
