@@ -15,7 +15,8 @@ Column {
     /*! As it is stored. */
     property string selectedColor
     required property string prompt
-    required property list<string> icons
+    /*! Names of the system symbols to choose from. */
+    required property var icons
 
     readonly property color tint: ColorHex.color(selectedColor)
 
@@ -96,12 +97,15 @@ Column {
 
     ChoiceGrid {
         id: colors
+
+        readonly property var presets: Theme.presetColors
+
         anchors.horizontalCenter: parent.horizontalCenter
         title: qsTr("Color")
-        columns: Theme.presetColors.length
+        columns: presets.length
         spacing: 12
-        chosenIndex: Theme.presetColors.findIndex(preset => preset.hex === root.selectedColor)
-        model: Theme.presetColors
+        chosenIndex: presets.findIndex(preset => preset.hex === root.selectedColor)
+        model: presets
         delegate: SwatchButton {
             required property var modelData
 

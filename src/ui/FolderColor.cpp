@@ -33,7 +33,9 @@ ColorComponents folderColorFromHex(QStringView text)
 int byteOf(double component)
 {
     constexpr double most = std::numeric_limits<int>::max();
-    return int(std::clamp(component * 255, -most, most));
+    const double value = std::clamp(component * 255, -most, most);
+    const double nearest = std::round(value);
+    return int(std::abs(value - nearest) < 1e-6 ? nearest : value);
 }
 
 QString colorToHex(const ColorComponents &color)

@@ -27,7 +27,8 @@ struct WheelPlace
 ColorComponents folderColorFromHex(QStringView text);
 /// "#RRGGBB". A component beyond 1 gets the digits that it needs, a negative one those of its complement.
 QString colorToHex(const ColorComponents &color);
-/// The component as it is shown, 0 to 255 for 0 to 1; cut off, not rounded.
+/// The component as it is shown, 0 to 255 for 0 to 1; cut off, not rounded, except where
+/// only the last digits of the arithmetic keep it from a whole number.
 int byteOf(double component);
 
 /// Full brightness.

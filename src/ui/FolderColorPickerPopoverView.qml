@@ -9,6 +9,7 @@ Popover {
     id: root
 
     required property string folderId
+    readonly property var folder: Library.folder(folderId)
 
     side: Popover.Side.Right
     title: qsTr("Select Folder Color")
@@ -17,7 +18,7 @@ Popover {
 
     FolderColorEditor {
         id: editor
-        folderColor: Library.folder(root.folderId).color ?? Theme.defaultColor
+        folderColor: root.folder.color ?? Theme.defaultColor
         onChosen: color => Library.setFolderColor(root.folderId, color)
     }
 
@@ -109,17 +110,20 @@ Popover {
             color: Theme.fade(Theme.primary, 0.1)
         }
         ChoiceGrid {
-            id: presets
+            id: choice
+
+            readonly property var presets: Theme.presetColors
+
             anchors.horizontalCenter: parent.horizontalCenter
             title: qsTr("Color")
-            columns: Theme.presetColors.length
+            columns: presets.length
             spacing: 10
-            chosenIndex: Theme.presetColors.findIndex(preset => preset.hex === editor.folderColor)
-            model: Theme.presetColors
+            chosenIndex: presets.findIndex(preset => preset.hex === editor.folderColor)
+            model: presets
             delegate: SwatchButton {
                 required property var modelData
 
-                grid: presets
+                grid: choice
                 quiet: true
                 diameter: 16
                 hex: modelData.hex

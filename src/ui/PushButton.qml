@@ -13,6 +13,7 @@ T.Button {
     property color fill
     property color stroke: "transparent"
     property color ink
+    readonly property real cornerRadius: large ? 8 : 6
 
     implicitWidth: Math.max(64, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -42,21 +43,19 @@ T.Button {
         elide: Text.ElideRight
     }
     background: Rectangle {
-        id: plate
-
-        radius: root.large ? 8 : 6
+        radius: root.cornerRadius
         color: root.fill
         border.color: root.stroke
         border.width: root.stroke.a > 0 ? Theme.hairline : 0
 
         Rectangle {
             anchors.fill: parent
-            radius: plate.radius
+            radius: root.cornerRadius
             color: Theme.dark ? "white" : "black"
             opacity: root.down ? 0.16 : root.hovered ? 0.06 : 0
         }
         FocusRing {
-            cornerRadius: plate.radius
+            cornerRadius: root.cornerRadius
             visible: root.activeFocus
         }
     }

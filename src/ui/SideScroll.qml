@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Vocabulary
 
 /*! Scrolls its content sideways, by a wheel of either direction too, and brings into view what has the keyboard. */
 Flickable {
