@@ -15,18 +15,18 @@ FolderContents::FolderContents(const AppFinder &finder, QObject *parent)
 {
     connect(&m_finder, &AppFinder::foldersChanged, this, &FolderContents::scheduleUpdate);
     connect(&m_finder, &AppFinder::appsChanged, this, &FolderContents::scheduleUpdate);
+    connect(&m_finder, &AppFinder::hiddenAppPathsChanged, this, &FolderContents::scheduleUpdate);
+    connect(&m_finder, &AppFinder::hiddenFolderIDsChanged, this, &FolderContents::scheduleUpdate);
 }
 
 AppListModel *FolderContents::apps(const QString &folderId)
 {
     const std::optional<QUuid> id = uuidFromString(folderId);
-    if (!id)
+    const AppFolder *entry = id ? folder(*id) : nullptr;
+    if (!entry)
         return nullptr;
     if (const auto known = m_contents.constFind(*id); known != m_contents.cend())
         return known->model;
-    const AppFolder *entry = folder(*id);
-    if (!entry)
-        return nullptr;
     Content &content = m_contents[*id];
     content.model = new AppListModel(this);
     fill(content, *entry);
@@ -50,11 +50,18 @@ const AppFolder *FolderContents::folder(const QUuid &id) const
 
 void FolderContents::fill(Content &content, const AppFolder &folder) const
 {
-    if (content.members.isSharedWith(folder.appURLs) && content.apps.isSharedWith(m_finder.apps()))
+    // A hidden folder stands in the hidden list alone, where hidden applications are at home.
+    const QSet<QString> hidden =
+        m_finder.hiddenFolderIDs().contains(folder.id) ? QSet<QString>() : m_finder.hiddenAppPaths();
+    if (content.members.isSharedWith(folder.appURLs) && content.apps.isSharedWith(m_finder.apps()) &&
+        content.hidden == hidden)
         return;
     content.members = folder.appURLs;
     content.apps = m_finder.apps();
-    content.model->setItems(m_finder.getAppsInFolder(folder));
+    content.hidden = hidden;
+    QList<AppItem> shown = m_finder.getAppsInFolder(folder);
+    shown.removeIf([&hidden](const AppItem &app) { return hidden.contains(app.path); });
+    content.model->setItems(shown);
 }
 
 void FolderContents::scheduleUpdate()

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QUuid>
 
@@ -25,7 +26,8 @@ public:
     /// The library must outlive this object.
     explicit FolderContents(const AppFinder &finder, QObject *parent = nullptr);
 
-    /// The members that are installed, in their order; null where there is no such folder. Owned by this
+    /// The members that are installed and not hidden, in their order; those of a hidden folder with the
+    /// hidden ones. Null where there is no such folder. Owned by this
     /// object, and ended once the folder is gone.
     Q_INVOKABLE quillbay::AppListModel *apps(const QString &folderId);
     /// Empty where there is no such folder.
@@ -38,6 +40,7 @@ private:
         // What it was made of.
         QStringList members;
         QList<AppItem> apps;
+        QSet<QString> hidden;
     };
 
     const AppFolder *folder(const QUuid &id) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ExpandedCard.h"
 #include "app/FolderContents.h"
 #include "app/FolderTreeModel.h"
 #include "app/GridDrops.h"
@@ -116,6 +117,17 @@ struct HiddenCardsSingleton : Borrowed<HiddenCards>
 
 public:
     static HiddenCards *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct ExpandedCardSingleton : Borrowed<ExpandedCard>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::ExpandedCard)
+    QML_NAMED_ELEMENT(ExpandedCard)
+    QML_SINGLETON
+
+public:
+    static ExpandedCard *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
 };
 
 struct FolderContentsSingleton : Borrowed<FolderContents>

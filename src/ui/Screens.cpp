@@ -20,6 +20,7 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     , m_folderContents(*viewModel.appFinder())
     , m_cards(viewModel, m_folderContents)
     , m_hiddenCards(*viewModel.appFinder(), m_folderContents)
+    , m_expandedCard(viewModel, m_folderContents)
 {
     [[maybe_unused]] volatile auto keep = &qml_register_types_Quillbay_Ui;
     ViewModelSingleton::instance = &viewModel;
@@ -30,6 +31,7 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     GridDropsSingleton::instance = &m_gridDrops;
     CardsSingleton::instance = &m_cards;
     HiddenCardsSingleton::instance = &m_hiddenCards;
+    ExpandedCardSingleton::instance = &m_expandedCard;
     FolderContentsSingleton::instance = &m_folderContents;
 }
 

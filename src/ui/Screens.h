@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ExpandedCard.h"
 #include "app/FolderContents.h"
 #include "app/FolderTreeModel.h"
 #include "app/GridDrops.h"
@@ -38,6 +39,7 @@ private:
     FolderContents m_folderContents;
     UnifiedCards m_cards;
     HiddenCards m_hiddenCards;
+    ExpandedCard m_expandedCard;
 };
 
 /// The engine with all screens loaded. Loads `ContentView` and hands its window out, not shown yet.

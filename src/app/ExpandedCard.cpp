@@ -1,0 +1,60 @@
+#include "app/ExpandedCard.h"
+
+#include "app/FolderContents.h"
+#include "app/QuillbayViewModel.h"
+
+namespace quillbay {
+
+ExpandedCard::ExpandedCard(QuillbayViewModel &viewModel, FolderContents &contents, QObject *parent)
+    : QObject(parent)
+    , m_viewModel(viewModel)
+    , m_contents(contents)
+{
+    connect(m_viewModel.appFinder(), &AppFinder::foldersChanged, this, &ExpandedCard::update);
+    CategoryListModel *categories = m_viewModel.groupedAppsByCategory();
+    connect(categories, &CategoryListModel::countChanged, this, &ExpandedCard::update);
+}
+
+void ExpandedCard::expandFolder(const QString &folderId)
+{
+    m_expandedFolderID = folderId;
+    update();
+}
+
+void ExpandedCard::expandCategory(const QString &name)
+{
+    if (m_expandedCategoryName.isNull())
+        m_viewModel.groupedAppsByCategory()->follow();
+    m_expandedCategoryName = name.isNull() ? QStringLiteral("") : name;
+    update();
+}
+
+void ExpandedCard::close()
+{
+    if (!m_folderId.isEmpty() || m_expandedCategoryName.isNull()) {
+        m_expandedFolderID.clear();
+    } else {
+        m_expandedCategoryName = QString();
+        m_viewModel.groupedAppsByCategory()->unfollow();
+    }
+    update();
+}
+
+void ExpandedCard::update()
+{
+    AppListModel *apps = m_expandedFolderID.isEmpty() ? nullptr : m_contents.apps(m_expandedFolderID);
+    const QString folderId = apps ? m_expandedFolderID : QString();
+    QString title = apps ? m_contents.name(folderId) : QString();
+    if (!apps && !m_expandedCategoryName.isNull()) {
+        apps = m_viewModel.groupedAppsByCategory()->group(m_expandedCategoryName);
+        title = apps ? m_expandedCategoryName : QString();
+    }
+    if (apps == m_apps && title == m_title && folderId == m_folderId)
+        return;
+    m_apps = apps;
+    m_title = title;
+    m_folderId = folderId;
+    Q_EMIT changed();
+}
+
+} // namespace quillbay

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+namespace quillbay {
+
+class AppListModel;
+class FolderContents;
+class QuillbayViewModel;
+
+/// Which card of the grid is expanded. A folder and a category can both be asked for, and stay so through
+/// changes of the selection, until they are closed; the folder comes first. What does not exist, or of which
+/// nothing is listed, is not shown, and is again when it comes back.
+///
+/// Thread: main thread.
+class ExpandedCard : public QObject
+{
+    Q_OBJECT
+    /// The applications to show; null while nothing is expanded.
+    Q_PROPERTY(quillbay::AppListModel *apps READ apps NOTIFY changed)
+    Q_PROPERTY(QString title READ title NOTIFY changed)
+    /// Upper-case identifier of the shown folder; empty for a category.
+    Q_PROPERTY(QString folderId READ folderId NOTIFY changed)
+
+public:
+    /// Both must outlive this object.
+    ExpandedCard(QuillbayViewModel &viewModel, FolderContents &contents, QObject *parent = nullptr);
+
+    AppListModel *apps() const { return m_apps; }
+    QString title() const { return m_title; }
+    QString folderId() const { return m_folderId; }
+
+    Q_INVOKABLE void expandFolder(const QString &folderId);
+    Q_INVOKABLE void expandCategory(const QString &name);
+    /// Closes what is shown: a second call goes on to the other one, if both were asked for.
+    Q_INVOKABLE void close();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void update();
+
+    QuillbayViewModel &m_viewModel;
+    FolderContents &m_contents;
+    QString m_expandedFolderID;
+    QString m_expandedCategoryName;
+    QPointer<AppListModel> m_apps;
+    QString m_title;
+    QString m_folderId;
+};
+
+} // namespace quillbay
