@@ -1,6 +1,22 @@
 #include "library/GridOrder.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace quillbay {
+
+namespace {
+
+/// FNV-1a over the code units: the same in every run and on every machine, unlike `qHash`.
+quint32 stableHash(const QString &text)
+{
+    quint32 hash = 2166136261u;
+    for (const QChar unit : text)
+        hash = (hash ^ unit.unicode()) * 16777619u;
+    return hash;
+}
+
+} // namespace
 
 QList<GridItemIdentifier> unifiedGridItems(const QList<AppFolder> &rootFolders,
                                            const QSet<QString> &categories,
@@ -24,10 +40,16 @@ QList<GridItemIdentifier> unifiedGridItems(const QList<AppFolder> &rootFolders,
             result.append(cell);
     }
     result.append(arranged);
+    QStringList fresh;
     for (const QString &category : categories) {
-        if (const auto cell = GridItemIdentifier::category(category); existing.contains(cell))
-            result.append(cell);
+        if (existing.contains(GridItemIdentifier::category(category)))
+            fresh.append(category);
     }
+    std::sort(fresh.begin(), fresh.end(), [](const QString &a, const QString &b) {
+        return std::pair(stableHash(a), QStringView(a)) < std::pair(stableHash(b), QStringView(b));
+    });
+    for (const QString &category : fresh)
+        result.append(GridItemIdentifier::category(category));
     return result;
 }
 

@@ -11,7 +11,8 @@ namespace quillbay {
 
 /// The cells that the grid of all applications shows: what is left of the stored arrangement once stale and
 /// repeated cells are dropped, before it the root folders that it does not have, in their order, and behind
-/// it the categories that it does not have, in the set's own order, which no two runs of the program share.
+/// it the categories that it does not have, by a hash of their names that is the same in every run: cards
+/// that nobody has arranged stay where they were.
 QList<GridItemIdentifier> unifiedGridItems(const QList<AppFolder> &rootFolders,
                                            const QSet<QString> &categories,
                                            const QList<GridItemIdentifier> &stored);
