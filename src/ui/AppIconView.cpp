@@ -1,6 +1,7 @@
 #include "ui/AppIconView.h"
 
 #include <QCache>
+#include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGNode>
@@ -23,19 +24,43 @@ struct ShadowLook
 
 constexpr ShadowLook resting{4, 2, 0.1};
 constexpr ShadowLook lifted{12, 6, 0.2};
+constexpr ShadowLook inCard{2, 1, 0.3};
+/// Of an icon in a card, as a part of its edge.
+constexpr qreal cornerInCard = 10.0 / 48;
 
 /// Shadows that every tile shows, by picture: scrolling and typing bring the same ones again and again.
 constexpr int keptShadows = 256;
 
-IconShadow restingShadow(const QImage &icon, qreal edge)
+/// An icon is shown in one place only: rounding its corners makes it another.
+IconShadow restingShadow(const QImage &icon, qreal edge, const ShadowLook &look)
 {
     thread_local QCache<std::pair<qint64, qreal>, IconShadow> cache(keptShadows);
     const std::pair key(icon.cacheKey(), edge);
     if (const IconShadow *kept = cache.object(key))
         return *kept;
-    const IconShadow shadow = iconShadow(icon, edge, resting.radius, resting.offset, resting.opacity);
+    const IconShadow shadow = iconShadow(icon, edge, look.radius, look.offset, look.opacity);
     cache.insert(key, new IconShadow(shadow));
     return shadow;
+}
+
+QImage rounded(const QImage &icon)
+{
+    if (icon.isNull())
+        return icon;
+    static QCache<qint64, QImage> cache(keptShadows);
+    if (const QImage *kept = cache.object(icon.cacheKey()))
+        return *kept;
+    QImage result(icon.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(icon);
+    const qreal radius = cornerInCard * icon.width();
+    painter.drawRoundedRect(result.rect(), radius, radius);
+    painter.end();
+    cache.insert(icon.cacheKey(), new QImage(result));
+    return result;
 }
 
 QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
@@ -71,7 +96,7 @@ public:
         delete m_icon;
     }
 
-    void setIcon(QQuickWindow *window, const QImage &icon, qreal edge)
+    void setIcon(QQuickWindow *window, const QImage &icon, qreal edge, const ShadowLook &look)
     {
         m_resting.clear();
         m_lifted.clear();
@@ -82,7 +107,7 @@ public:
         m_icon = imageNode(window, icon);
         m_icon->setFlag(QSGNode::OwnedByParent, false);
         appendChildNode(m_icon);
-        m_resting.show(window, restingShadow(icon, edge));
+        m_resting.show(window, restingShadow(icon, edge, look));
     }
 
     void setLift(QQuickWindow *window, const QImage &icon, qreal edge, qreal lift)
@@ -208,7 +233,7 @@ void AppIconView::setLift(qreal lift)
 
 void AppIconView::takeIcon()
 {
-    m_icon = m_loader.icon();
+    m_icon = m_place == Place::Card ? rounded(m_loader.icon()) : m_loader.icon();
     m_iconIsNew = true;
     update();
 }
@@ -261,7 +286,7 @@ QSGNode *AppIconView::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         m_iconIsNew = true;
     }
     if (m_iconIsNew)
-        node->setIcon(window(), m_icon, width());
+        node->setIcon(window(), m_icon, width(), m_place == Place::Card ? inCard : resting);
     m_iconIsNew = false;
     node->setLift(window(), m_icon, width(), m_lift);
     node->place(width(), window()->effectiveDevicePixelRatio(), m_icon.width() == pixelSize());

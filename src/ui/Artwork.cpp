@@ -106,6 +106,20 @@ QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, co
     return finished(image);
 }
 
+QVariant Artwork::card(bool dark, const QColor &windowBackground, bool dashed, qreal ratio)
+{
+    const CardPicture look{dark, windowBackground, dashed, ratio};
+    for (const KeptCard &kept : std::as_const(m_cards)) {
+        if (kept.look == look)
+            return kept.picture;
+    }
+    constexpr int mostLooks = 4; // both kinds of card, on two screens
+    if (m_cards.size() == mostLooks)
+        m_cards.removeFirst();
+    m_cards.append({look, paintCard(look)});
+    return m_cards.last().picture;
+}
+
 QVariant Artwork::ring(qreal edge, qreal stroke, const QColor &from, const QColor &to, qreal ratio) const
 {
     return arc(edge, stroke, 360, from, to, ratio);

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "ui/CardPicture.h"
+
 #include <QColor>
+#include <QList>
 #include <QObject>
 #include <QVariant>
 #include <QtQmlIntegration>
@@ -32,6 +35,11 @@ public:
     Q_INVOKABLE QVariant shadow(qreal width, qreal height, qreal radius, qreal blur,
                                 const QColor &color) const;
 
+    /// What a card stands on, the same picture for all cards of a look; `dashed` is the one that makes a
+    /// folder. It reaches `cardReach` beyond the card on every side.
+    Q_INVOKABLE QVariant card(bool dark, const QColor &windowBackground, bool dashed, qreal ratio);
+    Q_INVOKABLE int cardReach(bool dark) const { return quillbay::cardReach(dark); }
+
     /// A full circle, stroked from `from` at the top left to `to` at the bottom right.
     Q_INVOKABLE QVariant ring(qreal edge, qreal stroke, const QColor &from, const QColor &to,
                               qreal ratio) const;
@@ -42,6 +50,14 @@ public:
     /// includes the glow.
     Q_INVOKABLE QVariant glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,
                                      const QColor &glowColor, qreal ratio) const;
+
+private:
+    struct KeptCard
+    {
+        CardPicture look;
+        QImage picture;
+    };
+    QList<KeptCard> m_cards; ///< Those of the last looks.
 };
 
 } // namespace quillbay

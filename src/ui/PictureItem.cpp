@@ -1,9 +1,62 @@
 #include "ui/PictureItem.h"
 
+#include <QHash>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
+#include <memory>
+#include <utility>
+
 namespace quillbay {
+
+namespace {
+
+/// The textures that nodes show at the moment. Each render thread has its own.
+std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow *window, const QImage &image)
+{
+    using Textures = QHash<std::pair<QQuickWindow *, qint64>, std::weak_ptr<QSGTexture>>;
+    thread_local Textures textures;
+    const std::pair key(window, image.cacheKey());
+    if (std::shared_ptr<QSGTexture> known = textures.value(key).lock())
+        return known;
+    textures.removeIf([](const Textures::iterator entry) { return entry->expired(); });
+    const std::shared_ptr<QSGTexture> made(
+        window->createTextureFromImage(image, QQuickWindow::TextureCanUseAtlas));
+    textures.insert(key, made);
+    return made;
+}
+
+class Node : public QSGNode
+{
+public:
+    explicit Node(QQuickWindow *window)
+        : m_image(window->createImageNode())
+    {
+        m_image->setFlag(QSGNode::OwnedByParent, false);
+        m_image->setFiltering(QSGTexture::Linear);
+        appendChildNode(m_image.get());
+    }
+    ~Node() override { removeAllChildNodes(); }
+
+    void show(QQuickWindow *window, const QImage &image, const QRectF &rect)
+    {
+        if (image.cacheKey() != m_key) {
+            std::shared_ptr<QSGTexture> texture = sharedTexture(window, image);
+            m_image->setTexture(texture.get());
+            m_image->setSourceRect(QRectF(QPointF(), QSizeF(image.size())));
+            m_texture = std::move(texture); // the old one is let go when nobody draws it any more
+            m_key = image.cacheKey();
+        }
+        m_image->setRect(rect);
+    }
+
+private:
+    std::shared_ptr<QSGTexture> m_texture;
+    std::unique_ptr<QSGImageNode> m_image;
+    qint64 m_key = 0;
+};
+
+} // namespace
 
 PictureItem::PictureItem(QQuickItem *parent)
     : QQuickItem(parent)
@@ -17,31 +70,18 @@ void PictureItem::setPicture(const QVariant &picture)
     if (image.cacheKey() == m_image.cacheKey())
         return;
     m_image = image;
-    m_textureIsOld = true;
     Q_EMIT pictureChanged();
     update();
 }
 
 QSGNode *PictureItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
 {
-    auto *picture = static_cast<QSGImageNode *>(node);
     if (m_image.isNull() || width() <= 0 || height() <= 0) {
-        delete picture;
-        m_textureIsOld = true;
+        delete node;
         return nullptr;
     }
-    if (!picture) {
-        picture = window()->createImageNode();
-        picture->setOwnsTexture(true);
-        m_textureIsOld = true;
-    }
-    if (m_textureIsOld) {
-        picture->setTexture(window()->createTextureFromImage(m_image, QQuickWindow::TextureCanUseAtlas));
-        m_textureIsOld = false;
-    }
-    picture->setFiltering(QSGTexture::Linear);
-    picture->setSourceRect(QRectF(QPointF(), QSizeF(m_image.size())));
-    picture->setRect(boundingRect());
+    auto *picture = node ? static_cast<Node *>(node) : new Node(window());
+    picture->show(window(), m_image, boundingRect());
     return picture;
 }
 

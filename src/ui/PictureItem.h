@@ -7,7 +7,8 @@
 namespace quillbay {
 
 /// Shows one picture, stretched over the item. For pictures that the program paints itself: they need no
-/// provider, no URL and no cache. Works with every scene graph backend. Thread: main thread.
+/// provider, no URL and no cache. All items of a window that show the same picture share its texture. Works
+/// with every scene graph backend. Thread: main thread.
 class PictureItem : public QQuickItem
 {
     Q_OBJECT
@@ -29,7 +30,6 @@ protected:
 
 private:
     QImage m_image;
-    bool m_textureIsOld = false;
 };
 
 } // namespace quillbay

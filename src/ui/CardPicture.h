@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+
+namespace quillbay {
+
+/// What a card of the grid stands on: shadow, translucent backing with its light, and border in one picture.
+struct CardPicture
+{
+    bool dark = false;
+    QColor windowBackground;
+    /// The card that makes a folder: a dashed border and no shadow.
+    bool dashed = false;
+    qreal ratio = 1; ///< Device pixels per unit.
+
+    friend bool operator==(const CardPicture &, const CardPicture &) = default;
+};
+
+constexpr int cardWidth = 260;
+constexpr int cardHeight = 190;
+
+/// How far the picture reaches beyond the card, the same on every side.
+int cardReach(bool dark);
+
+/// Premultiplied, at device pixel ratio 1. Costs some milliseconds; meant to be shared by all cards.
+QImage paintCard(const CardPicture &card);
+
+} // namespace quillbay

@@ -1,0 +1,48 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillbay.Ui
+
+/*! A cell of the unified grid: a card in the middle of its column. */
+Item {
+    id: root
+
+    required property string kind
+    required property string identifier
+    required property string folderId
+    required property string name
+    required property AppListModel apps
+    property bool focused: false
+    readonly property bool isCard: kind !== "add"
+    readonly property CategoryCardView card: cardView
+
+    property alias targeted: cardView.targeted
+    property alias wheelPasses: cardView.wheelPasses
+
+    function activate() {
+        const other = addFolder.item as AddFolderCard;
+        if (other)
+            other.press();
+        else
+            cardView.expanded();
+    }
+
+    CategoryCardView {
+        id: cardView
+        x: Math.round((root.width - width) / 2)
+        visible: root.isCard
+        identifier: root.identifier
+        folderId: root.folderId
+        name: root.name
+        apps: root.apps
+        movable: true
+        focused: root.focused && root.isCard
+    }
+    Loader {
+        id: addFolder
+        x: cardView.x
+        active: !root.isCard
+        source: "AddFolderCard.qml"
+        onLoaded: (item as AddFolderCard).focused = Qt.binding(() => root.focused)
+    }
+}
