@@ -89,10 +89,6 @@ Column {
             horizontalAlignment: TextInput.AlignHCenter
             onTextEdited: root.name = text
         }
-        FocusRing {
-            cornerRadius: 10
-            visible: field.activeFocus
-        }
     }
 
     ChoiceGrid {

@@ -21,6 +21,8 @@ T.Button {
     verticalPadding: large ? 8 : 5
     opacity: enabled ? 1 : 0.4
 
+    Accessible.role: Accessible.Button
+    Accessible.name: text
     Accessible.onPressAction: clicked()
     Keys.onReturnPressed: event => press(event)
     Keys.onEnterPressed: event => press(event)
