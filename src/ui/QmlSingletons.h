@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/AppPicker.h"
 #include "app/ExpandedCard.h"
 #include "app/FolderContents.h"
 #include "app/FolderTreeModel.h"
@@ -176,6 +177,13 @@ struct AppListModelType
     QML_FOREIGN(quillbay::AppListModel)
     QML_NAMED_ELEMENT(AppListModel)
     QML_UNCREATABLE("The view model owns its lists")
+};
+
+struct AppPickerType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::AppPicker)
+    QML_NAMED_ELEMENT(AppPicker)
 };
 
 struct CategoryListModelType
