@@ -22,6 +22,7 @@ T.MenuItem {
     leftPadding: 12
     rightPadding: 12
 
+    Accessible.name: text
     Accessible.onPressAction: {
         if (root.subMenu) {
             root.subMenu.popup();
