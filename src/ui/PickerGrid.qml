@@ -74,4 +74,7 @@ GridView {
     WheelScroll {
         view: root
     }
+    ThinScrollBar {
+        view: root
+    }
 }
