@@ -3,6 +3,9 @@
 #include "foundation/Uuid.h"
 #include "library/AppFinder.h"
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace quillbay {
 
 namespace {
@@ -66,10 +69,7 @@ QVariant FolderTreeModel::data(const QModelIndex &index, int role) const
     case DepthRole:
         return depth;
     case RootIndexRole:
-        if (depth > 0)
-            return -1;
-        return int(std::count_if(items().cbegin(), items().cbegin() + index.row(),
-                                 [](const FolderRow &row) { return row.depth == 0; }));
+        return rootIndexAt(index.row());
     default:
         return {};
     }
@@ -80,6 +80,51 @@ QHash<int, QByteArray> FolderTreeModel::roleNames() const
     return {{FolderIdRole, "folderId"},  {NameRole, "name"},         {IconRole, "icon"},
             {ColorRole, "color"},        {IsPinnedRole, "isPinned"}, {DepthRole, "depth"},
             {RootIndexRole, "rootIndex"}};
+}
+
+int FolderTreeModel::rowOf(const QString &folder) const
+{
+    const std::optional<QUuid> id = uuidFromString(folder);
+    const auto row = std::find_if(items().cbegin(), items().cend(),
+                                  [&id](const FolderRow &entry) { return entry.folder.id == id; });
+    return row == items().cend() ? -1 : int(row - items().cbegin());
+}
+
+QString FolderTreeModel::folderAt(int row) const
+{
+    return row >= 0 && row < count() ? uuidString(items()[row].folder.id) : QString();
+}
+
+int FolderTreeModel::rootIndexAt(int row) const
+{
+    if (row < 0 || row >= count() || items()[row].depth > 0)
+        return -1;
+    return int(std::count_if(items().cbegin(), items().cbegin() + row,
+                             [](const FolderRow &entry) { return entry.depth == 0; }));
+}
+
+int FolderTreeModel::rowOfRoot(int rootIndex) const
+{
+    int row = 0;
+    for (; row < count(); ++row) {
+        if (items()[row].depth == 0 && rootIndex-- == 0)
+            break;
+    }
+    return row;
+}
+
+int FolderTreeModel::nearestRoot(int row) const
+{
+    int nearest = 0;
+    int distance = std::abs(row);
+    for (int root = 1, start = 0; start < count(); ++root) {
+        start = rowOfRoot(root);
+        if (std::abs(row - start) < distance) {
+            nearest = root;
+            distance = std::abs(row - start);
+        }
+    }
+    return nearest;
 }
 
 } // namespace quillbay

@@ -46,6 +46,18 @@ public:
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    /// The row of a folder, by its upper-case identifier; -1 where it is not listed.
+    Q_INVOKABLE int rowOf(const QString &folder) const;
+    /// The reverse; empty for a row that is not there.
+    Q_INVOKABLE QString folderAt(int row) const;
+    /// Place among the root folders; -1 for any other row.
+    Q_INVOKABLE int rootIndexAt(int row) const;
+    /// The row of a root folder by its place among them; the number of rows behind the last one.
+    Q_INVOKABLE int rowOfRoot(int rootIndex) const;
+    /// The place among the root folders whose beginning lies nearest to the upper edge of that row; of two as
+    /// near, the first. Behind the last one, the number of root folders.
+    Q_INVOKABLE int nearestRoot(int row) const;
+
 private:
     const AppFinder &m_finder;
 };
