@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The card that makes a folder. */

@@ -39,6 +39,9 @@ public:
     /// folder. It reaches `cardReach` beyond the card on every side.
     Q_INVOKABLE QVariant card(bool dark, const QColor &windowBackground, bool dashed, qreal ratio);
     Q_INVOKABLE int cardReach(bool dark) const { return quillbay::cardReach(dark); }
+    /// The glow around a card; it reaches `glowReach` beyond the card on every side.
+    Q_INVOKABLE QVariant cardGlow(const QColor &color, qreal ratio) const { return paintGlow(color, ratio); }
+    Q_INVOKABLE int glowReach() const { return quillbay::glowReach; }
 
     /// A full circle, stroked from `from` at the top left to `to` at the bottom right.
     Q_INVOKABLE QVariant ring(qreal edge, qreal stroke, const QColor &from, const QColor &to,

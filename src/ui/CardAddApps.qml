@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! What a card without applications offers instead of them. */

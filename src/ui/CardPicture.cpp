@@ -44,17 +44,51 @@ qreal shadowOffset(bool dark)
     return dark ? 10 : 6;
 }
 
-/// Around the card only: what is translucent would show it through.
-void paintShadow(QPainter &painter, const QPainterPath &shape, bool dark)
+struct Shine
 {
-    const qreal blur = shadowBlur(dark);
+    qreal blur;
+    qreal offset;
+    QColor color;
+};
+
+Shine shadowOf(bool dark)
+{
+    return {shadowBlur(dark), shadowOffset(dark), black(dark ? 0.4 : 0.1)};
+}
+
+QPainterPath outline()
+{
+    QPainterPath shape;
+    shape.addRoundedRect(face, cornerRadius, cornerRadius);
+    return shape;
+}
+
+/// Around the card only: what is translucent would show it through.
+void paintShine(QPainter &painter, const Shine &shine)
+{
     const QImage shadow =
-        Artwork().shadow(cardWidth, cardHeight, cornerRadius, blur, black(dark ? 0.4 : 0.1)).value<QImage>();
-    const qreal reach = 3 * blur;
-    painter.drawImage(face.adjusted(-reach, -reach, reach, reach).translated(0, shadowOffset(dark)), shadow);
+        Artwork().shadow(cardWidth, cardHeight, cornerRadius, shine.blur, shine.color).value<QImage>();
+    const qreal reach = 3 * shine.blur;
+    painter.drawImage(face.adjusted(-reach, -reach, reach, reach).translated(0, shine.offset), shadow);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationOut);
-    painter.fillPath(shape, Qt::black);
+    painter.fillPath(outline(), Qt::black);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+}
+
+QImage canvas(int reach, qreal ratio)
+{
+    QImage image((QSizeF(cardWidth + 2 * reach, cardHeight + 2 * reach) * ratio).toSize(),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+/// With the card's top left corner as its origin.
+void prepare(QPainter &painter, const QImage &image, int reach)
+{
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+    painter.scale(image.width() / (cardWidth + 2.0 * reach), image.height() / (cardHeight + 2.0 * reach));
+    painter.translate(reach, reach);
 }
 
 void paintBacking(QPainter &painter, const QPainterPath &shape, const CardPicture &card)
@@ -94,24 +128,27 @@ int cardReach(bool dark)
 QImage paintCard(const CardPicture &card)
 {
     const int reach = cardReach(card.dark);
-    QImage image((QSizeF(cardWidth + 2 * reach, cardHeight + 2 * reach) * card.ratio).toSize(),
-                 QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
+    QImage image = canvas(reach, card.ratio);
     QPainter painter(&image);
-    painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    painter.scale(image.width() / (cardWidth + 2.0 * reach), image.height() / (cardHeight + 2.0 * reach));
-    painter.translate(reach, reach);
-    QPainterPath shape;
-    shape.addRoundedRect(face, cornerRadius, cornerRadius);
+    prepare(painter, image, reach);
     if (!card.dashed)
-        paintShadow(painter, shape, card.dark);
-    paintBacking(painter, shape, card);
+        paintShine(painter, shadowOf(card.dark));
+    paintBacking(painter, outline(), card);
     const QPen pen = border(card);
     const qreal inset = pen.widthF() / 2;
     painter.setPen(pen);
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(face.adjusted(inset, inset, -inset, -inset), cornerRadius - inset,
                             cornerRadius - inset);
+    return image;
+}
+
+QImage paintGlow(const QColor &color, qreal ratio)
+{
+    QImage image = canvas(glowReach, ratio);
+    QPainter painter(&image);
+    prepare(painter, image, glowReach);
+    paintShine(painter, {glowReach / 3.0, 0, color});
     return image;
 }
 

@@ -26,4 +26,10 @@ int cardReach(bool dark);
 /// Premultiplied, at device pixel ratio 1. Costs some milliseconds; meant to be shared by all cards.
 QImage paintCard(const CardPicture &card);
 
+/// How far the glow reaches beyond the card, the same on every side.
+constexpr int glowReach = 45;
+/// What shines around the card that would take what is dragged. Nothing of it lies behind the card, which is
+/// translucent.
+QImage paintGlow(const QColor &color, qreal ratio);
+
 } // namespace quillbay

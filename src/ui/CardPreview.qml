@@ -34,7 +34,7 @@ GridView {
 
     // Room around the icons for their shadows.
     width: 3 * cellWidth + 12
-    topMargin: 6
+    topMargin: 4
     leftMargin: 12
     cellWidth: 60
     cellHeight: 60

@@ -43,12 +43,8 @@ Item {
     }
     function endRename() {
         titleField.active = false;
+        titleField.focus = false;
         nameEdited();
-    }
-    /*! For a card that is going to stand for something else. */
-    function reset() {
-        expansion.stop();
-        titleField.active = false;
     }
     function commitName(name: string) {
         if (name !== "" && isFolder)
@@ -95,13 +91,14 @@ Item {
         onTriggered: root.expanded()
     }
 
-    FloatShadow {
-        anchors.fill: parent
+    PictureItem {
+        anchors {
+            fill: parent
+            margins: -Artwork.glowReach()
+        }
         visible: root.target > 0
         opacity: Math.min(1, root.target)
-        blur: 15
-        offset: 0
-        color: Theme.fade(Theme.blue, 0.8)
+        picture: visible ? Artwork.cardGlow(Theme.fade(Theme.blue, 0.8), Screen.devicePixelRatio) : undefined
     }
     CardBacking {
         anchors.fill: parent

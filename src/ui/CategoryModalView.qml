@@ -127,6 +127,7 @@ FocusScope {
                 right: parent.right
             }
             topPadding: 32
+            bottomPadding: 20
             spacing: 8
             Text {
                 x: 68
@@ -186,7 +187,7 @@ FocusScope {
                 padding: 40
             }
             rowSpacing: 28
-            topPadding: 24
+            topPadding: 4
             bottomPadding: 40
             KeyNavigation.tab: close
             KeyNavigation.backtab: close

@@ -14,17 +14,31 @@ Item {
     required property AppListModel apps
     property bool focused: false
     readonly property bool isCard: kind !== "add"
-    readonly property CategoryCardView card: cardView
+    readonly property bool isHovering: cardView.isHovering
+    readonly property bool isEditingName: cardView.isEditingName
+    readonly property string help: cardView.help
 
     property alias targeted: cardView.targeted
     property alias wheelPasses: cardView.wheelPasses
 
+    signal expanded
+    signal contextMenuRequested(CategoryCardView card, real x, real y)
+    /*! The keyboard is free again. */
+    signal nameEdited
+
+    function beginRename() {
+        cardView.beginRename();
+    }
+    function popUp() {
+        if (isCard)
+            contextMenuRequested(cardView, cardView.width / 2, cardView.height / 2);
+    }
     function activate() {
         const other = addFolder.item as AddFolderCard;
         if (other)
             other.press();
         else
-            cardView.expanded();
+            expanded();
     }
 
     CategoryCardView {
@@ -37,6 +51,9 @@ Item {
         apps: root.apps
         movable: true
         focused: root.focused && root.isCard
+        onExpanded: root.expanded()
+        onContextMenuRequested: (x, y) => root.contextMenuRequested(cardView, x, y)
+        onNameEdited: root.nameEdited()
     }
     Loader {
         id: addFolder

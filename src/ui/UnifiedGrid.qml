@@ -6,7 +6,7 @@ import Quillbay.Vocabulary
 
 /*! All folders and categories as cards. Tab reaches it, arrows move inside it, Return or Space expands a card, F2 renames a
     folder. */
-GridView {
+FocusScope {
     id: root
 
     required property Window hostWindow
@@ -16,9 +16,8 @@ GridView {
     /*! The user went up from the first row. */
     signal escapedUp
 
-    readonly property CardColumns columns: CardColumns {
-        width: root.width
-    }
+    readonly property CardColumns columns: CardColumns {}
+    readonly property int cardHeight: 190
     readonly property int rowSpacing: 32
 
     function expand(cell: UnifiedCell) {
@@ -27,148 +26,143 @@ GridView {
         else
             expandCategory(cell.name);
     }
-    function popUpForCurrent() {
-        const cell = currentItem as UnifiedCell;
-        if (cell && cell.isCard)
-            menu.popUpFor(cell.card, cell.card.width / 2, cell.card.height / 2);
-    }
-    function activateCurrent() {
-        const cell = currentItem as UnifiedCell;
-        if (cell)
-            cell.activate();
+
+    // The view counts its columns when its own width changes, and at no other time: the rest must be right by then.
+    onWidthChanged: {
+        columns.width = width;
+        grid.width = width;
     }
 
-    topMargin: 32
-    bottomMargin: 32 - rowSpacing
-    leftMargin: columns.leading
-    // Room for exactly the columns and the spacing behind the last one.
-    rightMargin: width - columns.leading - columns.count * cellWidth
-    cellWidth: columns.columnWidth + columns.spacing
-    cellHeight: 190 + rowSpacing
+    GridView {
+        id: grid
 
-    model: Cards
-    clip: true
-    reuseItems: true
-    cacheBuffer: 2 * cellHeight
-    boundsBehavior: Flickable.StopAtBounds
-    activeFocusOnTab: true
-    keyNavigationEnabled: true
-    currentIndex: -1
+        readonly property UnifiedCell cell: currentItem as UnifiedCell
 
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Folders and categories")
-    Accessible.focusable: true
+        height: parent.height
+        topMargin: 32
+        bottomMargin: 32 - root.rowSpacing
+        leftMargin: root.columns.leading
+        // Room for exactly the columns and the spacing behind the last one.
+        rightMargin: root.width - leftMargin - root.columns.count * cellWidth
+        cellWidth: root.columns.columnWidth + root.columns.spacing
+        cellHeight: root.cardHeight + root.rowSpacing
 
-    onActiveFocusChanged: {
-        if (activeFocus && currentIndex < 0 && count > 0)
-            currentIndex = 0;
-    }
-    onContentYChanged: {
-        if (!DragSource.active)
-            wheelLatch.restart();
-    }
+        model: Cards
+        focus: true
+        clip: true
+        cacheBuffer: 2 * cellHeight
+        boundsBehavior: Flickable.StopAtBounds
+        activeFocusOnTab: true
+        keyNavigationEnabled: true
+        currentIndex: -1
 
-    Keys.onReturnPressed: activateCurrent()
-    Keys.onEnterPressed: activateCurrent()
-    Keys.onSpacePressed: activateCurrent()
-    Keys.onMenuPressed: popUpForCurrent()
-    Keys.onPressed: event => {
-        event.accepted = true;
-        if (event.key === Qt.Key_Home)
-            currentIndex = 0;
-        else if (event.key === Qt.Key_End)
-            currentIndex = count - 1;
-        else if (event.key === Qt.Key_F2 && currentItem)
-            (currentItem as UnifiedCell).card.beginRename();
-        else if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier)
-            popUpForCurrent();
-        else
-            event.accepted = false;
-    }
-    Keys.onUpPressed: event => {
-        if (currentIndex < columns.count) {
-            currentIndex = -1;
-            escapedUp();
-        } else {
-            event.accepted = false;
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Folders and categories")
+        Accessible.focusable: true
+
+        onActiveFocusChanged: {
+            if (activeFocus && currentIndex < 0 && count > 0)
+                currentIndex = 0;
         }
-    }
+        onContentYChanged: {
+            if (!DragSource.active)
+                wheelLatch.restart();
+        }
 
-    delegate: UnifiedCell {
-        id: cell
-        width: root.columns.columnWidth
-        height: 190
-        z: targeted ? 1 : 0
-        focused: GridView.isCurrentItem && root.activeFocus && !card.isEditingName
-        targeted: identifier !== "" && drops.dropTargetID === identifier
-        wheelPasses: wheelLatch.running
-        card.onExpanded: root.expand(cell)
-        card.onContextMenuRequested: (x, y) => menu.popUpFor(card, x, y)
-        card.onNameEdited: root.forceActiveFocus()
-        card.onIsHoveringChanged: {
-            if (card.isHovering) {
-                help.text = Qt.binding(() => cell.card.help);
-                help.target = card;
-            } else if (help.target === card) {
-                help.target = null;
+        Keys.onReturnPressed: cell?.activate()
+        Keys.onEnterPressed: cell?.activate()
+        Keys.onSpacePressed: cell?.activate()
+        Keys.onMenuPressed: cell?.popUp()
+        Keys.onPressed: event => {
+            event.accepted = true;
+            if (event.key === Qt.Key_Home)
+                currentIndex = 0;
+            else if (event.key === Qt.Key_End)
+                currentIndex = count - 1;
+            else if (event.key === Qt.Key_F2)
+                cell?.beginRename();
+            else if (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier)
+                cell?.popUp();
+            else
+                event.accepted = false;
+        }
+        Keys.onUpPressed: event => {
+            if (currentIndex < root.columns.count) {
+                currentIndex = -1;
+                root.escapedUp();
+            } else {
+                event.accepted = false;
             }
         }
-        GridView.onPooled: {
-            visible = false;
-            card.reset();
-        }
-        GridView.onReused: {
-            visible = true;
-            opacity = 1;
-            scale = 1;
-        }
-    }
 
-    add: Transition {
-        CellAppearance {
-            from: 0
-            to: 1
+        delegate: UnifiedCell {
+            id: cell
+            width: root.columns.columnWidth
+            height: root.cardHeight
+            z: targeted ? 1 : 0
+            focused: GridView.isCurrentItem && GridView.view.activeFocus && !isEditingName
+            targeted: identifier !== "" && drops.dropTargetID === identifier
+            wheelPasses: wheelLatch.running
+            onExpanded: root.expand(cell)
+            onContextMenuRequested: (card, x, y) => menu.popUpFor(card, x, y)
+            onNameEdited: GridView.view.forceActiveFocus()
+            onIsHoveringChanged: {
+                if (isHovering) {
+                    help.text = Qt.binding(() => cell.help);
+                    help.target = this;
+                } else if (help.target === this) {
+                    help.target = null;
+                }
+            }
         }
-        SpringMotion {
-            property: "scale"
-            from: 0.95
-            to: 1
-        }
-    }
-    remove: Transition {
-        CellAppearance {
-            to: 0
-        }
-        SpringMotion {
-            property: "scale"
-            to: 0.95
-        }
-    }
-    displaced: Transition {
-        SpringMotion {
-            properties: "x,y"
-            preset: SpringMotion.Move
-        }
-        // Of one that was still coming.
-        CellAppearance {
-            to: 1
-        }
-        SpringMotion {
-            property: "scale"
-            to: 1
-        }
-    }
-    move: displaced
 
-    component CellAppearance: SpringMotion {
-        property: "opacity"
+        add: Transition {
+            SpringMotion {
+                property: "opacity"
+                from: 0
+                to: 1
+            }
+            SpringMotion {
+                property: "scale"
+                from: 0.95
+                to: 1
+            }
+        }
+        remove: Transition {
+            SpringMotion {
+                property: "opacity"
+                to: 0
+            }
+            SpringMotion {
+                property: "scale"
+                to: 0.95
+            }
+        }
+        move: Transition {
+            CellMotion {}
+        }
+        displaced: Transition {
+            CellMotion {}
+            // Of one that was still coming.
+            SpringMotion {
+                properties: "opacity,scale"
+                to: 1
+            }
+        }
+
+        WheelScroll {
+            view: grid
+        }
+    }
+    component CellMotion: SpringMotion {
+        properties: "x,y"
+        preset: SpringMotion.Move
     }
 
     CardDrops {
         id: drops
-        parent: root
-        anchors.fill: parent
-        grid: root
+        anchors.fill: grid
+        grid: grid
     }
     Timer {
         id: wheelLatch
@@ -181,8 +175,5 @@ GridView {
     }
     CardMenuHost {
         id: menu
-    }
-    WheelScroll {
-        view: root
     }
 }
