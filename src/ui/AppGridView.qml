@@ -10,6 +10,8 @@ FocusScope {
     id: root
 
     required property Window hostWindow
+    /*! The user goes through the selections by keyboard, which therefore stays there. */
+    required property bool isBrowsing
     readonly property bool isLoading: ViewModel.appFinder.isScanning && ViewModel.appFinder.isEmpty
     readonly property string selection: Library.selection
     readonly property bool isSearching: ViewModel.searchQuery !== ""
@@ -22,15 +24,16 @@ FocusScope {
             return "loading";
         if (isLocked)
             return "locked";
+        if (Library.isAllApps && Library.sortOption === "Category" && !isSearching)
+            return "unified";
+        if (selection === "hidden")
+            return "hidden";
         if (isEmpty && Library.selectedFolder !== "")
             return "emptyFolder";
         return "tiles";
     }
     /*! Whatever changes it begins at the top again. */
     readonly property string identity: selection + "-" + Library.sortOption
-
-    property string expandedFolderID
-    property string expandedCategoryName
 
     function focusSearch() {
         if (!isLocked)
@@ -46,7 +49,8 @@ FocusScope {
     }
     onSelectionChanged: {
         appearance.restart();
-        focusSearch();
+        if (!isBrowsing)
+            focusSearch();
     }
     onIdentityChanged: {
         tileGrid.currentIndex = -1;
@@ -96,7 +100,26 @@ FocusScope {
         Loader {
             id: other
             anchors.fill: parent
-            sourceComponent: root.layout === "emptyFolder" ? emptyFolder : null
+            source: {
+                switch (root.layout) {
+                case "unified":
+                    return "UnifiedPage.qml";
+                case "hidden":
+                    return "HiddenList.qml";
+                case "emptyFolder":
+                    return "FolderEmptyState.qml";
+                }
+                return "";
+            }
+
+            readonly property GridView grid: item as GridView
+            Connections {
+                target: other.grid
+                ignoreUnknownSignals: true
+                function onEscapedUp() {
+                    root.focusSearch();
+                }
+            }
         }
         NumberAnimation {
             id: appearance
@@ -107,11 +130,6 @@ FocusScope {
             duration: 180 * Theme.motion
         }
     }
-    Component {
-        id: emptyFolder
-        FolderEmptyState {}
-    }
-
     // After the applications, so that Tab goes from the search field to them.
     HeaderTools {
         id: tools
@@ -129,6 +147,11 @@ FocusScope {
         source: "ModernLoadingView.qml"
     }
 
+    Loader {
+        anchors.fill: parent
+        active: ExpandedCard.apps !== null
+        source: "ExpandedPanel.qml"
+    }
     Loader {
         active: ViewModel.showingAppPicker
         source: "AppPickerView.qml"

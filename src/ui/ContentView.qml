@@ -30,8 +30,9 @@ Window {
             bottom: parent.bottom
         }
         hostWindow: root
+        isBrowsing: sidebar.listFocused
     }
-    Item {
+    SidebarView {
         id: sidebar
         anchors {
             left: parent.left
@@ -39,6 +40,7 @@ Window {
             bottom: parent.bottom
         }
         width: divider.position
+        topInset: 64
     }
     SidebarHeader {
         anchors {

@@ -18,6 +18,8 @@ GridView {
     property int bottomPadding: 32
     /*! Taken off the width at both ends before the columns are laid out. */
     property int inset: 0
+    /*! Tiles that get another place go there instead of standing there at once. */
+    property bool glides: DragSource.active
     /*! The folder whose members these are, in their order; empty where they stand in no such order. */
     property string folder
 
@@ -31,12 +33,18 @@ GridView {
     topMargin: topPadding
     bottomMargin: bottomPadding - rowSpacing
     leftMargin: columns.leading + inset
+    onLeftMarginChanged: contentX = originX - leftMargin
     // Room for exactly the columns and the spacing behind the last one.
     rightMargin: width - columns.leading - inset - columns.count * cellWidth
     cellWidth: columns.columnWidth + columns.spacing
     cellHeight: 8 + 90 + 8 + textHeight + 8 + rowSpacing
 
-    model: apps
+    // A tile that was kept for another use is not brought up to date by another model.
+    onAppsChanged: {
+        reuseItems = false;
+        model = apps;
+        reuseItems = true;
+    }
     clip: true
     reuseItems: true
     cacheBuffer: 0
@@ -108,13 +116,13 @@ GridView {
     }
 
     move: Transition {
-        enabled: DragSource.active
+        enabled: root.glides
         SpringMotion {
             properties: "x,y"
         }
     }
     displaced: Transition {
-        enabled: DragSource.active
+        enabled: root.glides
         SpringMotion {
             properties: "x,y"
         }

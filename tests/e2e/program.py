@@ -83,32 +83,44 @@ class Program:
             walk(root)
         return found
 
-    def grid(self):
-        return next((node for node in self.nodes("list") if node.get_name() == "Applications"), None)
+    def grid(self, name="Applications"):
+        return next((node for node in self.nodes("list") if node.get_name() == name), None)
 
-    def tiles(self):
-        """Names of the tiles that the grid shows now, sorted as they stand."""
-        grid = self.grid()
-        if not grid:
-            return []
-        tiles = []
-        for i in range(grid.get_child_count()):
+    def _tiles(self, grid):
+        """The shown tiles of a grid, each with its place, as they stand."""
+        found = []
+        node = self.grid(grid)
+        for i in range(node.get_child_count() if node else 0):
             try:
-                node = grid.get_child_at_index(i)
-                if node and node.get_role_name() == "push button" and \
-                        node.get_state_set().contains(self.atspi.StateType.SHOWING):
-                    box = node.get_extents(self.atspi.CoordType.SCREEN)
-                    tiles.append((box.y, box.x, node.get_name()))
+                tile = node.get_child_at_index(i)
+                if tile and tile.get_role_name() == "push button" and \
+                        tile.get_state_set().contains(self.atspi.StateType.SHOWING):
+                    box = tile.get_extents(self.atspi.CoordType.SCREEN)
+                    # By its middle: the one under the pointer is larger.
+                    found.append(((box.y + box.height // 2) // 8, box.x, tile.get_name(), tile))
             except Exception:
                 continue
-        return [name for _, _, name in sorted(tiles)]
+        return sorted(found, key=lambda entry: entry[:3])
+
+    def tiles(self, grid="Applications"):
+        """Names of the tiles, or cards, that the grid shows now, sorted as they stand."""
+        return [entry[2] for entry in self._tiles(grid)]
+
+    def tile(self, name, grid="Applications"):
+        return next((entry[3] for entry in self._tiles(grid) if entry[2] == name), None)
 
     def wait_for_tiles(self, names, seconds=PATIENCE):
         wait_until(lambda: self.tiles() == names, seconds, lambda: f"tiles are {self.tiles()}, not {names}")
 
+    def find_now(self, role, name):
+        return next((n for n in self.nodes(role) if n.get_name() == name), None)
+
     def find(self, role, name):
-        return wait_until(lambda: next((n for n in self.nodes(role) if n.get_name() == name), None), PATIENCE,
-                          f"no {role} called {name}")
+        return wait_until(lambda: self.find_now(role, name), PATIENCE,
+                          lambda: f"no {role} called {name} among {[n.get_name() for n in self.nodes(role)]}")
+
+    def is_focused(self, node):
+        return node.get_state_set().contains(self.atspi.StateType.FOCUSED)
 
     def search_text(self):
         field = next((n for n in self.nodes() if n.get_name() == "Search Apps..."), None)

@@ -61,7 +61,9 @@ void ScreenTest::show(const QByteArray &qml, QSize size)
     screen = qobject_cast<QQuickItem *>(component.create());
     if (!screen)
         qFatal("%s", qPrintable(component.errorString()));
-    window = std::make_unique<QQuickWindow>();
+    QQmlComponent frame(engine.get());
+    frame.setData("import QtQuick\nWindow {}", {});
+    window.reset(qobject_cast<QQuickWindow *>(frame.create()));
     window->resize(size);
     screen->setParent(window.get());
     screen->setParentItem(window->contentItem());
