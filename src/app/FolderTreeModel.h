@@ -28,6 +28,8 @@ QList<FolderRow> folderRows(const AppFinder &finder);
 class FolderTreeModel : public SteppedListModel<FolderRow>
 {
     Q_OBJECT
+    /// Said once more: the tools do not see through the template.
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role {

@@ -21,6 +21,8 @@ inline bool looksSame(const Workspace &a, const Workspace &b)
 class WorkspaceListModel : public SteppedListModel<Workspace>
 {
     Q_OBJECT
+    /// Said once more: the tools do not see through the template.
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
     Q_PROPERTY(QString shownName READ shownName NOTIFY shownChanged)
     Q_PROPERTY(QString shownIcon READ shownIcon NOTIFY shownChanged)
     Q_PROPERTY(QString shownColor READ shownColor NOTIFY shownChanged)

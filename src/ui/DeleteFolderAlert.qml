@@ -11,8 +11,8 @@ Sheet {
     property string folder
     property string name
 
-    function openFor(doomed: string) {
-        const entry = Library.folder(doomed);
+    /*! `entry` is what the library says of the folder. */
+    function openFor(doomed: string, entry: var) {
         if (!("name" in entry))
             return;
         folder = doomed;

@@ -17,8 +17,8 @@ CustomizerSheet {
         inputs.name = "";
         open();
     }
-    function openFor(edited: string) {
-        const entry = Library.folder(edited);
+    /*! `entry` is what the library says of the folder. */
+    function openFor(edited: string, entry: var) {
         if (!("name" in entry))
             return;
         folder = edited;

@@ -14,7 +14,7 @@ Column {
 
     component Entry: SidebarRow {
         required property string key
-        required property SidebarLibrary section
+        readonly property SidebarLibrary section: parent as SidebarLibrary
         width: section.width
         selected: section.selection === key
         focused: selected && section.focused
@@ -27,35 +27,30 @@ Column {
     }
     Entry {
         id: allApps
-        section: root
         key: "allApps"
         label: qsTr("All Apps")
         symbol: "square.grid.2x2"
     }
     Entry {
         id: newlyAdded
-        section: root
         key: "newlyAdded"
         label: qsTr("Newly Added")
         symbol: "plus.circle.fill"
     }
     Entry {
         id: recents
-        section: root
         key: "recents"
         label: qsTr("Recent Apps")
         symbol: "clock"
     }
     Entry {
         id: favorites
-        section: root
         key: "favorites"
         label: qsTr("Favorites")
         symbol: "star"
     }
     Entry {
         id: hidden
-        section: root
         key: "hidden"
         label: qsTr("Hidden Apps")
         symbol: "eye.slash"

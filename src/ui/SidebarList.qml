@@ -10,6 +10,8 @@ Item {
 
     readonly property string selection: Library.selection
     readonly property string folderPrefix: "folder:"
+    /*! The row whose menu is open. */
+    property FolderRow markedRow: null
 
     signal newFolderRequested
     signal menuRequested(FolderRow row, real x, real y)
@@ -95,6 +97,7 @@ Item {
             width: view.width
             selected: root.selection === root.folderPrefix + folderId
             focused: selected && root.activeFocus
+            marked: root.markedRow === row
             moving: index >= reorder.firstRow && index < reorder.endRow
             onPicked: Library.selection = root.folderPrefix + folderId
             onMenuRequested: (x, y) => root.menuRequested(row, x, y)

@@ -21,8 +21,11 @@ Item {
     /*! Something that can be dropped here is over it. */
     property bool targeted: false
 
+    /*! Its menu is open. */
+    property bool marked: false
+
     readonly property real margin: 10
-    readonly property color plate: targeted ? Theme.blue : focused ? Theme.fade(Theme.blue, Theme.dark ? 0.32 : 0.2) : selected ? Theme.fade(Theme.primary, Theme.dark ? 0.12 : 0.09) : Theme.fade(Theme.primary, hover.hovered ? 0.05 : 0)
+    readonly property color plate: targeted ? Theme.blue : focused ? Theme.fade(Theme.blue, Theme.dark ? 0.32 : 0.2) : selected ? Theme.fade(Theme.primary, Theme.dark ? 0.12 : 0.09) : Theme.fade(Theme.primary, hover.hovered || marked ? 0.05 : 0)
 
     signal picked
     signal menuRequested(real x, real y)

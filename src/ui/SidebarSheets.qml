@@ -9,19 +9,21 @@ Item {
     id: root
 
     function later(loader: Loader, open: var) {
+        // qmllint disable type
         Qt.callLater(() => {
             loader.active = true;
             open(loader.item);
         });
+        // qmllint enable type
     }
     function createFolder() {
         later(folderSheet, sheet => sheet.openNew());
     }
     function editFolder(folder: string) {
-        later(folderSheet, sheet => sheet.openFor(folder));
+        later(folderSheet, sheet => sheet.openFor(folder, Library.folder(folder)));
     }
     function deleteFolder(folder: string) {
-        later(deleteAlert, alert => alert.openFor(folder));
+        later(deleteAlert, alert => alert.openFor(folder, Library.folder(folder)));
     }
     function createWorkspace() {
         later(workspaceSheet, sheet => sheet.openNew());
@@ -30,10 +32,10 @@ Item {
         later(workspaceSheet, sheet => sheet.openFor(workspace, name, icon, color));
     }
     function pickColor(row: FolderRow) {
-        Qt.callLater(openPopover, "FolderColorPickerPopoverView.qml", row);
+        Qt.callLater(openPopover, "FolderColorPickerPopoverView.qml", row); // qmllint disable type
     }
     function pickIcon(row: FolderRow) {
-        Qt.callLater(openPopover, "FolderIconPickerPopoverView.qml", row);
+        Qt.callLater(openPopover, "FolderIconPickerPopoverView.qml", row); // qmllint disable type
     }
     function openPopover(file: string, row: FolderRow) {
         popover.setSource(file, {

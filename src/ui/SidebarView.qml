@@ -28,10 +28,11 @@ Item {
             topMargin: root.topInset
             bottom: switcher.top
         }
+        markedRow: folderMenu.menu && folderMenu.menu.visible ? folderMenu.menu.row : null
         onNewFolderRequested: sheets.createFolder()
         onMenuRequested: (row, x, y) => {
             folderMenu.active = true;
-            (folderMenu.item as FolderMenu).popUpFor(row, x, y);
+            folderMenu.menu.popUpFor(row, x, y);
         }
         onScrolled: sheets.closePopover()
     }
@@ -53,9 +54,10 @@ Item {
     }
     Loader {
         id: folderMenu
+        readonly property FolderMenu menu: item as FolderMenu
         active: false
         source: "FolderMenu.qml"
-        onLoaded: (item as FolderMenu).sheets = sheets
+        onLoaded: menu.sheets = sheets
     }
     Loader {
         id: workspaceMenu

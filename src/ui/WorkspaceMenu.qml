@@ -31,7 +31,7 @@ PanelMenu {
             symbol: isActive ? "checkmark" : ""
             Accessible.checkable: true
             Accessible.checked: isActive
-            onTriggered: Qt.callLater(Library.activateWorkspace, workspaceId)
+            onTriggered: Qt.callLater(Library.activateWorkspace, workspaceId) // qmllint disable type
         }
         onObjectAdded: (index, object) => root.insertItem(index + 1, object)
         onObjectRemoved: (index, object) => root.removeItem(object)
@@ -68,7 +68,7 @@ PanelMenu {
                         destructive: true
                         visible: !one.isActive
                         enabled: visible
-                        onTriggered: Qt.callLater(Library.deleteWorkspace, one.workspaceId)
+                        onTriggered: Qt.callLater(Library.deleteWorkspace, one.workspaceId) // qmllint disable type
                     }
                 }
                 onObjectAdded: (index, object) => manage.insertMenu(index, object)

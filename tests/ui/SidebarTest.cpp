@@ -29,10 +29,19 @@ protected:
         return viewModel->selection() ? viewModel->selection()->title().toStdString() : std::string();
     }
     std::string roots() const { return names(library.finder->getRootFolders()).toStdString(); }
+    /// Clicks what has just come up, once it has its place.
+    void answer(const char *name)
+    {
+        await(name);
+        QSignalSpy drawn(window.get(), &QQuickWindow::frameSwapped);
+        window->update();
+        EXPECT_TRUE(drawn.wait());
+        click(name);
+    }
     void choose(const char *row, const char *entry)
     {
         click(row, Qt::RightButton);
-        click(entry);
+        answer(entry);
     }
     void pressOnList(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
@@ -103,9 +112,9 @@ TEST_F(SidebarTest, AFolderIsMadeWithAnyNameButNone)
     showSidebar();
     click("New Folder");
     await("Create Folder");
-    click("Create");
+    answer("Create");
     EXPECT_TRUE(find("Create Folder"));
-    click("Folder Name");
+    answer("Folder Name");
     type("  ");
     press(Qt::Key_Return);
     EXPECT_TRUE(isGone("Create Folder"));
@@ -124,9 +133,9 @@ TEST_F(SidebarTest, ACancelledEditLeavesItsLookToTheNextNewFolderOnce)
     ASSERT_TRUE(isGone("Edit Folder"));
     for (const char *look : {"star#FF3B30", "folder#007AFF"}) {
         click("New Folder");
-        click("Folder Name");
+        answer("Folder Name");
         type("New");
-        click("Create");
+        answer("Create");
         ASSERT_TRUE(isGone("Create Folder"));
         const AppFolder made = library.folder(QStringLiteral("New"));
         EXPECT_EQ(made.icon + made.color, QString::fromUtf8(look));
@@ -145,24 +154,24 @@ TEST_F(SidebarTest, TheContextMenuPinsRenamesAndDeletes)
 
     choose("Work", "Rename");
     await("Edit Folder");
-    click("Folder Name");
+    answer("Folder Name");
     press(Qt::Key_A, Qt::ControlModifier);
     type("Play");
-    click("Save");
+    answer("Save");
     ASSERT_TRUE(isGone("Edit Folder"));
     EXPECT_EQ(roots(), "Play");
 
     click("Play");
     pressOnList(Qt::Key_Menu);
-    click("Delete");
+    answer("Delete");
     await("Are you sure you want to delete 'Play'? This action cannot be undone.");
     press(Qt::Key_Return);
     ASSERT_TRUE(isGone("Delete Folder"));
     EXPECT_EQ(roots(), "Play");
     pressOnList(Qt::Key_F10, Qt::ShiftModifier);
-    click("Delete");
+    answer("Delete");
     await("Cancel");
-    click("Delete");
+    answer("Delete");
     EXPECT_TRUE(isGone("Play"));
     EXPECT_EQ(selected(), "All Apps");
 }
@@ -225,8 +234,8 @@ TEST_F(SidebarTest, WorkspacesAreMadeSwitchedEditedAndDeleted)
     click("Default");
     await("Create Workspace...");
     EXPECT_FALSE(find("Manage"));
-    click("Create Workspace...");
-    click("Workspace Name");
+    answer("Create Workspace...");
+    answer("Workspace Name");
     type("Home");
     press(Qt::Key_Return);
     ASSERT_TRUE(isGone("Create Workspace"));
@@ -257,14 +266,14 @@ TEST_F(SidebarTest, WorkspacesAreMadeSwitchedEditedAndDeleted)
     EXPECT_EQ(library.workspaces->workspaces().first().name, QStringLiteral("First"));
 
     click("Home");
-    click("First");
+    answer("First");
     EXPECT_TRUE(waitFor([&] { return find("Work") != nullptr; }));
     EXPECT_EQ(selected(), "All Apps");
     manage("First", 1);
     press(Qt::Key_Down);
     press(Qt::Key_Return);
     EXPECT_TRUE(waitFor([&] { return library.workspaces->workspaces().size() == 1; }));
-    click("First");
+    answer("First");
     await("Create Workspace...");
     EXPECT_TRUE(isGone("Manage"));
 }
