@@ -15,6 +15,8 @@ inline const QString &listIdentity(const AppItem &app)
 class AppListModel : public SteppedListModel<AppItem>
 {
     Q_OBJECT
+    /// Said again, since the type's description ends at a base that is a template.
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role { NameRole = Qt::UserRole + 1, PathRole, CategoryRole };

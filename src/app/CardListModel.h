@@ -36,6 +36,8 @@ inline bool looksSame(const Card &a, const Card &b)
 class CardListModel : public SteppedListModel<Card>
 {
     Q_OBJECT
+    /// Said again, since the type's description ends at a base that is a template.
+    Q_PROPERTY(int count READ count NOTIFY countChanged)
 
 public:
     enum Role {

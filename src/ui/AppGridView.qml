@@ -54,7 +54,7 @@ FocusScope {
     }
     onIdentityChanged: {
         tileGrid.currentIndex = -1;
-        tileGrid.positionViewAtBeginning();
+        tileGrid.toTop();
     }
 
     Accessible.role: Accessible.Pane
@@ -112,9 +112,8 @@ FocusScope {
                 return "";
             }
 
-            readonly property GridView grid: item as GridView
             Connections {
-                target: other.grid
+                target: other.item
                 ignoreUnknownSignals: true
                 function onEscapedUp() {
                     root.focusSearch();

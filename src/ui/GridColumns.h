@@ -64,7 +64,7 @@ private:
 };
 
 /// `appColumns`.
-class AppColumns : public ColumnsOfWidth
+class AppColumns : public quillbay::ColumnsOfWidth
 {
     Q_OBJECT
     QML_ELEMENT
@@ -74,7 +74,7 @@ private:
 };
 
 /// `cardColumns`.
-class CardColumns : public ColumnsOfWidth
+class CardColumns : public quillbay::ColumnsOfWidth
 {
     Q_OBJECT
     QML_ELEMENT
@@ -84,7 +84,7 @@ private:
 };
 
 /// `adaptiveColumns`.
-class AdaptiveColumns : public ColumnsOfWidth
+class AdaptiveColumns : public quillbay::ColumnsOfWidth
 {
     Q_OBJECT
     Q_PROPERTY(qreal minimum MEMBER m_minimum NOTIFY askedChanged)

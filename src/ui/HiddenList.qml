@@ -5,39 +5,33 @@ import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! What is hidden: folders as cards, applications as tiles. */
-TileGrid {
+Item {
     id: root
 
-    readonly property bool isEmpty: count === 0 && HiddenCards.count === 0
+    readonly property bool isEmpty: tiles.count === 0 && HiddenCards.count === 0
 
-    hostWindow: Window.window
-    inset: 24
-    columns: AppColumns {
-        width: root.width - 2 * root.inset
-    }
-    apps: ViewModel.filteredApps
+    /*! The user went up from the first row. */
+    signal escapedUp
 
-    header: Column {
-        width: root.width
-        spacing: 32
-        bottomPadding: 32
-
-        Text {
-            x: 56 - root.leftMargin
-            topPadding: 16
-            text: qsTr("Hidden Apps")
-            color: Theme.primary
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
-            font {
-                pixelSize: 20
-                weight: Font.Bold
-            }
+    TileGrid {
+        id: tiles
+        anchors.fill: parent
+        hostWindow: Window.window
+        inset: 24
+        columns: AppColumns {
+            width: tiles.width - 2 * tiles.inset
         }
-        HiddenFolders {
-            visible: HiddenCards.count > 0
-            x: 56 - root.leftMargin
-            width: root.width - 112
+        apps: ViewModel.filteredApps
+        topPadding: 32 + heading.height
+        onTopPaddingChanged: toTop()
+        onEscapedUp: root.escapedUp()
+
+        HiddenHeading {
+            id: heading
+            parent: tiles.contentItem
+            x: -tiles.leftMargin
+            y: -height
+            width: root.width
         }
     }
 

@@ -63,6 +63,9 @@ GridView {
             currentIndex = 0;
     }
 
+    function toTop() {
+        contentY = originY - topMargin;
+    }
     function launchCurrent() {
         const tile = currentItem as AppItemView;
         if (tile)
@@ -71,7 +74,7 @@ GridView {
     function popUpForCurrent() {
         const tile = currentItem as AppItemView;
         if (tile)
-            tileMenu.popUpFor(tile, tile.width / 2, tile.height / 2);
+            tileMenu.popUpInTheMiddle(tile);
     }
     Keys.onReturnPressed: launchCurrent()
     Keys.onEnterPressed: launchCurrent()
@@ -106,7 +109,7 @@ GridView {
         onLaunched: root.launched()
         onContextMenuRequested: (x, y) => tileMenu.popUpFor(this, x, y)
         onIsHoveringChanged: {
-            if (isHovering) {
+            if (isHovering && !DragSource.active) {
                 help.text = name;
                 help.target = this;
             } else if (help.target === this) {
@@ -143,6 +146,8 @@ GridView {
             weight: Font.Medium
         }
     }
+    readonly property bool isDragging: DragSource.active
+    onIsDraggingChanged: help.target = null
     HelpText {
         id: help
         parent: root
@@ -152,6 +157,9 @@ GridView {
         id: tileMenu
     }
     WheelScroll {
+        view: root
+    }
+    ThinScrollBar {
         view: root
     }
 }

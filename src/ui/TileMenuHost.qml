@@ -14,6 +14,10 @@ Loader {
         menu.popup(tile, x, y);
     }
 
+    function popUpInTheMiddle(tile: AppItemView) {
+        popUpFor(tile, tile.width / 2, 60);
+    }
+
     active: false
     source: "TileMenu.qml"
 }

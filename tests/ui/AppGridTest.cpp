@@ -24,6 +24,11 @@ protected:
     {
         viewModel->setSelection(selectionOfKey(key, library.finder->folders()));
     }
+    int tilesOf(const char *grid) const
+    {
+        const QQuickItem *item = find(grid);
+        return item ? item->property("count").toInt() : -1;
+    }
     /// Names of the shown tiles, as they stand.
     QStringList tiles() const
     {
@@ -96,6 +101,111 @@ TEST_F(AppGridTest, TilesShowWhatIsListedWhateverHappensOnTheWay)
             ASSERT_TRUE(waitFor(isRight)) << "round " << round << ": " << tiles().join(u' ').toStdString();
         }
     }
+}
+
+TEST_F(AppGridTest, ShowsTheLayoutOfTheSelection)
+{
+    makeFolder({});
+    show("AppGridView { hostWindow: Window.window; isBrowsing: false }");
+    EXPECT_TRUE(await("Ada"));
+    EXPECT_TRUE(waitFor([&] { return window->activeFocusItem() == find("Search Apps..."); }));
+
+    click("Sort");
+    click("Category");
+    EXPECT_TRUE(await("Folders and categories"));
+    EXPECT_FALSE(find("Applications"));
+    EXPECT_EQ(library.preferences.string(QStringLiteral("AllAppsSortOption")), QStringLiteral("Category"));
+    type("d");
+    EXPECT_TRUE(waitFor([&] { return tilesOf("Applications") == 2; }))
+        << "a query shows tiles in every order";
+    click("Clear search");
+    EXPECT_TRUE(await("Folders and categories"));
+
+    select(QStringLiteral("folder:") + folderId("F"));
+    EXPECT_TRUE(await("No apps in this folder"));
+    EXPECT_FALSE(find("Sort"));
+    click("Add Apps");
+    EXPECT_TRUE(viewModel->showingAppPicker());
+    EXPECT_EQ(viewModel->folderForPicker()->name, QStringLiteral("F"));
+    EXPECT_TRUE(await("Done"));
+    click("Done");
+    EXPECT_TRUE(waitFor([&] { return !viewModel->showingAppPicker(); }));
+    library.finder->addAppToFolder(library.app(QStringLiteral("Dot")), library.folder(QStringLiteral("F")));
+    EXPECT_TRUE(await("Dot"));
+    EXPECT_FALSE(find("No apps in this folder"));
+
+    select(QStringLiteral("category:Office"));
+    EXPECT_TRUE(await("Ada"));
+    click("All Categories");
+    EXPECT_TRUE(await("Folders and categories"));
+    select(QStringLiteral("recents"));
+    EXPECT_TRUE(waitFor([&] { return tilesOf("Applications") == 0; })) << "an empty list shows no message";
+    EXPECT_FALSE(find("No apps in this folder"));
+}
+
+TEST_F(AppGridTest, ALockedHiddenListShowsNothing)
+{
+    library.preferences.setString(QStringLiteral("quillbay_hidden_password"), QStringLiteral("secret"));
+    library.finder->hideApp(library.app(QStringLiteral("Ada")));
+    show("AppGridView { hostWindow: Window.window; isBrowsing: false }");
+    select(QStringLiteral("hidden"));
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(find("Ada"));
+    EXPECT_FALSE(find("Hidden Apps") && find("Applications"));
+    viewModel->setIsHiddenUnlocked(true);
+    EXPECT_TRUE(await("Ada"));
+    select(QStringLiteral("allApps"));
+    EXPECT_FALSE(viewModel->isHiddenUnlocked());
+}
+
+TEST_F(AppGridTest, TheMenuOfATileFollowsTheSelection)
+{
+    makeFolder({QStringLiteral("Ada")});
+    show("AppGridView { hostWindow: Window.window; isBrowsing: false }");
+    click("Ada", Qt::RightButton);
+    click("Add to Favorites");
+    EXPECT_TRUE(library.finder->isFavorite(library.app(QStringLiteral("Ada"))));
+    click("Bix", Qt::RightButton);
+    click("Add to Folder");
+    click("F");
+    EXPECT_TRUE(waitFor([&] { return members("F") == QStringLiteral("Ada Bix"); }));
+    select(QStringLiteral("folder:") + folderId("F"));
+    click("Bix", Qt::RightButton);
+    EXPECT_FALSE(find("Add to Folder"));
+    click("Remove from Folder");
+    EXPECT_EQ(members("F"), QStringLiteral("Ada"));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Menu);
+    click("Remove from Favorites");
+    EXPECT_FALSE(library.finder->isFavorite(library.app(QStringLiteral("Ada"))));
+    EXPECT_TRUE(waitFor([&] { return window->activeFocusItem() == find("Applications"); }))
+        << "the keyboard is at "
+        << qPrintable(window->activeFocusItem()
+                          ? QString::fromLatin1(window->activeFocusItem()->metaObject()->className())
+                          : QStringLiteral("none"));
+    press(Qt::Key_Return);
+    EXPECT_EQ(library.fakes.launcher->requests.size(), 1);
+}
+
+TEST_F(AppGridTest, TheHiddenListShowsFoldersAndApplicationsOrThatThereIsNothing)
+{
+    makeFolder({QStringLiteral("Dot")});
+    select(QStringLiteral("hidden"));
+    show("HiddenList {}");
+    EXPECT_TRUE(await("No Hidden Items"));
+    library.finder->hideFolder(library.folder(QStringLiteral("F")));
+    library.finder->hideApp(library.app(QStringLiteral("Ada")));
+    EXPECT_TRUE(await("Hidden Folders"));
+    EXPECT_TRUE(await("Ada"));
+    EXPECT_FALSE(find("No Hidden Items"));
+    click("F", Qt::RightButton);
+    click("Unhide Folder Globally");
+    EXPECT_TRUE(waitFor([&] { return !find("F"); }));
+    EXPECT_TRUE(library.finder->hiddenFolderIDs().isEmpty());
+    click("Ada", Qt::RightButton);
+    EXPECT_FALSE(find("Add to Folder"));
+    click("Unhide App Globally");
+    EXPECT_TRUE(await("No Hidden Items"));
 }
 
 } // namespace
