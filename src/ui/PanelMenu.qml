@@ -12,7 +12,7 @@ T.Menu {
     margins: 8
     padding: 6
     overlap: 4
-    implicitWidth: Math.min(320, Math.max(180, contentItem.childrenRect.width, widest) + leftPadding + rightPadding)
+    implicitWidth: Math.min(320, Math.max(168, widest) + leftPadding + rightPadding)
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
 
     property real widest: 0

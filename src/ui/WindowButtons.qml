@@ -25,7 +25,7 @@ Row {
     }
     WindowButton {
         symbol: "square"
-        label: root.window.visibility === Window.Maximized ? qsTr("Restore") : qsTr("Maximize")
+        label: root.window?.visibility === Window.Maximized ? qsTr("Restore") : qsTr("Maximize")
         onClicked: root.toggleMaximized()
     }
     WindowButton {
