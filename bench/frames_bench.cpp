@@ -1,0 +1,511 @@
+// What a frame of the screens costs: frames_bench [ROUNDS]
+//
+// The program's window, 1440 by 900, over 1,000 made applications in four categories and two workspaces,
+// drawn by OpenGL on an X server of its own where there is no display. Everything of a frame happens on one
+// thread: the change itself, delegates, polishing, synchronising, drawing, swapping. A frame's time is all
+// that the thread does from the change, or from the frame before, to the end of the frame; waiting for events
+// does not count.
+//
+// The floor, in the same window with nothing else in it: a bare grid of the same pictures in the same
+// columns.
+
+#include "bench/FrameMeter.h"
+#include "library/AppIconLoader.h"
+#include "support/TestHome.h"
+#include "support/TestLibrary.h"
+#include "ui/QmlSingletons.h"
+#include "ui/Screens.h"
+#include "ui/vocabulary/Theme.h"
+
+#include <QAbstractListModel>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QProcess>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QStyleHints>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace quillbay;
+using namespace quillbay::testing;
+
+namespace {
+
+constexpr QSize windowSize(1440, 900);
+constexpr int applicationCount = 1000;
+constexpr int modalCount = 300;
+constexpr int folderCount = 20;
+constexpr int memberCount = 12;
+constexpr int iconEdge = 80;
+constexpr int scrollStep = 40;
+constexpr int warmUpStep = 500;        ///< Less than the grid's height: passes by no tile.
+constexpr double limit = 2;            ///< Times the floor's 99th percentile.
+constexpr double refresh = 1000 / 60.; ///< Milliseconds.
+const char *const query = "marin";
+
+const char *const floorScreen = R"(
+import QtQuick
+import Quillbay.Ui
+
+Item {
+    id: root
+
+    required property var pictures
+    required property var modalPictures
+    property alias grid: grid
+    property bool open: false
+
+    GridView {
+        id: grid
+        anchors.fill: parent
+        clip: true
+        reuseItems: true
+        cacheBuffer: 0
+        boundsBehavior: Flickable.StopAtBounds
+        model: root.pictures
+        delegate: PictureItem {
+            required picture
+            width: 80
+            height: 80
+        }
+    }
+    Loader {
+        anchors.centerIn: parent
+        width: 700
+        height: 400
+        active: root.open
+        sourceComponent: GridView {
+            clip: true
+            reuseItems: true
+            cacheBuffer: 0
+            cellWidth: 134
+            cellHeight: 172
+            model: root.modalPictures
+            delegate: PictureItem {
+                required picture
+                width: 80
+                height: 80
+            }
+            NumberAnimation on opacity {
+                from: 0
+                to: 1
+                duration: 250
+            }
+        }
+    }
+})";
+
+/// The floor's model: a picture each, replaced all at once.
+class Pictures final : public QAbstractListModel
+{
+public:
+    void show(const QList<QImage> &images)
+    {
+        beginResetModel();
+        m_images = images;
+        endResetModel();
+    }
+    int rowCount(const QModelIndex &parent) const override
+    {
+        return parent.isValid() ? 0 : int(m_images.size());
+    }
+    QVariant data(const QModelIndex &index, int) const override { return m_images[index.row()]; }
+    QHash<int, QByteArray> roleNames() const override { return {{Qt::UserRole, "picture"}}; }
+
+private:
+    QList<QImage> m_images;
+};
+
+/// Every name is made of three syllables; Office has as many as the modal shows.
+QStringList madeApplications()
+{
+    static const std::array<const char *, 10> syllables = {"ma", "rin", "go", "tel", "sun",
+                                                           "vi", "pa",  "lo", "ker", "du"};
+    QStringList made;
+    for (int i = 0; i < applicationCount; ++i) {
+        const char *category = i % 10 < 3   ? "Office"
+                               : i % 10 < 6 ? "Games"
+                               : i % 10 < 8 ? "Graphics"
+                                            : "System";
+        made.append(QStringLiteral("%1%2%3:%4")
+                        .arg(QLatin1String(syllables[size_t(i / 100)]),
+                             QLatin1String(syllables[size_t(i / 10 % 10)]),
+                             QLatin1String(syllables[size_t(i % 10)]), QLatin1String(category)));
+    }
+    return made;
+}
+
+[[noreturn]] void stop(const char *why)
+{
+    std::fprintf(stderr, "frames_bench: %s\n", why);
+    std::exit(EXIT_FAILURE);
+}
+
+/// Two workspaces, each with folders of its own.
+void fill(TestLibrary &library)
+{
+    library.workspaces->createWorkspace(QStringLiteral("Second"), QStringLiteral("folder"), {});
+    for (const Workspace &workspace : QList<Workspace>(library.workspaces->workspaces())) {
+        library.workspaces->setActiveWorkspaceID(workspace.id);
+        for (int i = 0; i < folderCount; ++i) {
+            library.finder->createFolder(QStringLiteral("%1 %2").arg(workspace.name).arg(i),
+                                         QStringLiteral("folder"), QStringLiteral("#007AFF"));
+            const AppFolder folder = library.finder->folders().first();
+            for (int member = 0; member < memberCount; ++member)
+                library.finder->addAppToFolder(
+                    library.finder->apps()[(i * 37 + member * 29) % applicationCount], folder);
+        }
+    }
+}
+
+QQuickItem *find(QQuickItem *item, const char *type)
+{
+    if (QByteArrayView(item->metaObject()->className()).startsWith(type))
+        return item;
+    for (QQuickItem *child : item->childItems()) {
+        if (QQuickItem *found = find(child, type))
+            return found;
+    }
+    return nullptr;
+}
+
+QByteArray rendererName()
+{
+    QOpenGLContext context;
+    QOffscreenSurface surface;
+    surface.create();
+    if (!context.create() || !context.makeCurrent(&surface))
+        stop("there is no OpenGL");
+    return reinterpret_cast<const char *>(context.functions()->glGetString(GL_RENDERER));
+}
+
+double percentile(const std::vector<double> &sorted, double part)
+{
+    return sorted[size_t(std::ceil(part * double(sorted.size()))) - 1];
+}
+
+void print(const char *title, std::vector<double> floor, std::vector<double> program, bool isSoftware)
+{
+    if (floor.empty() || program.empty())
+        stop("there were no frames");
+    std::sort(floor.begin(), floor.end());
+    std::sort(program.begin(), program.end());
+    const double most = percentile(program, 0.99);
+    std::printf("%-34s floor %6.2f, %6.2f   program %6.2f, %6.2f   ratio %.2f (limit %.0f), %zu frames",
+                title, percentile(floor, 0.5), percentile(floor, 0.99), percentile(program, 0.5), most,
+                most / percentile(floor, 0.99), limit, program.size());
+    if (!isSoftware)
+        std::printf("; %s 16.7 ms", most <= refresh ? "within" : "over");
+    std::printf("\n");
+    std::fflush(stdout);
+}
+
+/// The window, showing either the program or the floor.
+class Stage
+{
+public:
+    Stage(TestLibrary &library, QQuickWindow &window)
+        : m_library(library)
+        , m_window(window)
+        , m_meter(window)
+        , m_tiles(find(window.contentItem(), "TileGrid"))
+    {
+        if (!m_tiles)
+            stop("there is no grid of tiles");
+        m_meter.change([] {}); // until everything has its place
+        m_allIcons = icons(*ViewModelSingleton::instance->filteredApps());
+        m_pictures.show(m_allIcons);
+        m_modalPictures.show(m_allIcons.mid(0, modalCount));
+        QQmlComponent component(qmlEngine(m_tiles));
+        component.setData(floorScreen, {});
+        m_floor = qobject_cast<QQuickItem *>(component.createWithInitialProperties(
+            {{QStringLiteral("pictures"), QVariant::fromValue(&m_pictures)},
+             {QStringLiteral("modalPictures"), QVariant::fromValue(&m_modalPictures)}}));
+        if (!m_floor)
+            stop(qPrintable(component.errorString()));
+        m_floorGrid = m_floor->property("grid").value<QQuickItem *>();
+        for (const char *same :
+             {"cellWidth", "cellHeight", "leftMargin", "rightMargin", "topMargin", "bottomMargin"})
+            m_floorGrid->setProperty(same, m_tiles->property(same));
+        m_floor->setParent(&window);
+        m_floor->setPosition(m_tiles->mapToScene({}));
+        m_floor->setSize(m_tiles->size());
+        m_floor->setVisible(false);
+        m_programItems = window.contentItem()->childItems();
+        m_floor->setParentItem(window.contentItem());
+    }
+
+    void warmUp()
+    {
+        // Every icon is asked for on the way, and read when all have been answered.
+        for (int sweep = 0; sweep < 2; ++sweep)
+            scroll(m_tiles, warmUpStep);
+        if (QStringList asked = m_library.fakes.icons->askedPaths();
+            asked.removeDuplicates(), asked.size() < applicationCount)
+            stop("not every icon was read");
+        for (const bool program : {false, true}) {
+            show(program);
+            scroll(program ? m_tiles : m_floorGrid, warmUpStep);
+        }
+    }
+
+    void measureScrolling(int rounds, bool isSoftware)
+    {
+        Times times;
+        for (int round = 0; round < std::max(1, rounds / 5); ++round)
+            inTurns([&](bool program) { append(times[program], scroll(program ? m_tiles : m_floorGrid)); });
+        print("scrolling 1,000 tiles", times[false], times[true], isSoftware);
+    }
+
+    void measureModal(int rounds, bool isSoftware)
+    {
+        Times times;
+        const auto round = [&](bool program) {
+            const std::vector<double> frames = m_meter.change([&] {
+                if (program)
+                    ExpandedCardSingleton::instance->expandCategory(QStringLiteral("Office"));
+                else
+                    m_floor->setProperty("open", true);
+            });
+            const AppListModel *shown = ExpandedCardSingleton::instance->apps();
+            if (program && (!shown || shown->rowCount() != modalCount))
+                stop("the modal does not show what it should");
+            m_meter.change([&] {
+                m_floor->setProperty("open", false);
+                ExpandedCardSingleton::instance->close();
+            });
+            return frames;
+        };
+        inTurns(round); // makes what is made once
+        for (int i = 0; i < rounds; ++i)
+            inTurns([&](bool program) { append(times[program], round(program)); });
+        print("opening a modal of 300", times[false], times[true], isSoftware);
+    }
+
+    void measureTyping(int rounds, bool isSoftware)
+    {
+        Times times;
+        std::vector<QList<QImage>> results; // what each key gives
+        const auto type = [&](bool program, bool isMeasured) {
+            for (size_t key = 0; key < 10; ++key) {
+                const std::vector<double> frames = m_meter.change([&] {
+                    if (program)
+                        press(key < 5 ? query[key] : '\b');
+                    else
+                        m_pictures.show(results[key]);
+                });
+                if (isMeasured)
+                    times[program].push_back(*std::max_element(frames.begin(), frames.end()));
+                else if (program)
+                    results.push_back(icons(*ViewModelSingleton::instance->filteredApps()));
+            }
+        };
+        show(true);
+        type(true, false);
+        if (results[4].isEmpty() || results[4].size() >= results[0].size() ||
+            results[9].size() != applicationCount)
+            stop("the search field does not search");
+        for (int i = 0; i < rounds; ++i)
+            inTurns([&](bool program) { type(program, true); });
+        m_pictures.show(m_allIcons);
+        print("a letter typed or taken back", times[false], times[true], isSoftware);
+    }
+
+    void measureWorkspaces(const char *title, int rounds, bool isSoftware)
+    {
+        Times times;
+        QList<QImage> others = m_allIcons;
+        std::reverse(others.begin(), others.end());
+        const auto switchTo = [&](bool program, qsizetype which) {
+            return m_meter.change([&] {
+                if (program)
+                    m_library.workspaces->setActiveWorkspaceID(m_library.workspaces->workspaces()[which].id);
+                else
+                    m_pictures.show(which ? others : m_allIcons);
+            });
+        };
+        for (int i = 0; i <= 2 * rounds; ++i) {
+            inTurns([&](bool program) {
+                for (const qsizetype which : {1, 0}) {
+                    const std::vector<double> frames = switchTo(program, which);
+                    if (i > 0)
+                        times[program].push_back(*std::max_element(frames.begin(), frames.end()));
+                }
+            });
+        }
+        print(title, times[false], times[true], isSoftware);
+    }
+
+private:
+    using Times = std::array<std::vector<double>, 2>;
+
+    static void append(std::vector<double> &times, const std::vector<double> &more)
+    {
+        times.insert(times.end(), more.begin(), more.end());
+    }
+
+    void inTurns(const std::function<void(bool)> &measure)
+    {
+        for (const bool program : {false, true}) {
+            show(program);
+            measure(program);
+        }
+    }
+
+    void show(bool program)
+    {
+        m_meter.change([&] {
+            m_floor->setVisible(!program);
+            for (QQuickItem *item : m_programItems)
+                item->setVisible(program);
+            if (program)
+                ViewModelSingleton::instance->setSearchFocusTrigger(
+                    !ViewModelSingleton::instance->searchFocusTrigger());
+        });
+    }
+
+    /// From one end to the other.
+    std::vector<double> scroll(QQuickItem *grid, int step = scrollStep)
+    {
+        const double top = grid->property("originY").toDouble() - grid->property("topMargin").toDouble();
+        const double end = top + grid->property("contentHeight").toDouble() +
+                           grid->property("topMargin").toDouble() - grid->height();
+        if (end - top < 100 * scrollStep)
+            stop("there is nothing to scroll");
+        std::vector<double> times;
+        m_meter.change([&] { grid->setProperty("contentY", top); });
+        for (double y = top; y < end; y += step)
+            times.push_back(m_meter.frame([&] { grid->setProperty("contentY", y); }));
+        return times;
+    }
+
+    void press(char key)
+    {
+        const bool isLetter = key != '\b';
+        const QString text = isLetter ? QString(QLatin1Char(key)) : QString();
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, isLetter ? Qt::Key_A + key - 'a' : Qt::Key_Backspace, {}, text);
+            QCoreApplication::sendEvent(&m_window, &event);
+        }
+    }
+
+    QList<QImage> icons(const AppListModel &apps)
+    {
+        QList<QImage> images;
+        for (int row = 0; row < apps.rowCount(); ++row) {
+            const QString path = apps.data(apps.index(row), apps.roleNames().key("path")).toString();
+            QImage &image = m_images[path];
+            if (image.isNull())
+                image = m_library.fakes.icons->icon(path, iconEdge);
+            images.append(image);
+        }
+        return images;
+    }
+
+    TestLibrary &m_library;
+    QQuickWindow &m_window;
+    FrameMeter m_meter;
+    QQuickItem *m_tiles;
+    QList<QQuickItem *> m_programItems;
+    QHash<QString, QImage> m_images;
+    QList<QImage> m_allIcons;
+    Pictures m_pictures;
+    Pictures m_modalPictures;
+    QQuickItem *m_floor = nullptr;
+    QQuickItem *m_floorGrid = nullptr;
+};
+
+/// An X server as large as the window, ended with the object. None where there is a display.
+class OwnDisplay
+{
+public:
+    OwnDisplay()
+    {
+        qputenv("QT_QPA_PLATFORM", "xcb");
+        if (qEnvironmentVariableIsSet("DISPLAY"))
+            return;
+        m_server.setStandardErrorFile(QProcess::nullDevice());
+        m_server.start(QStringLiteral("Xvfb"),
+                       {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                        QStringLiteral("0"), QStringLiteral("1440x900x24"), QStringLiteral("-nolisten"),
+                        QStringLiteral("tcp"), QStringLiteral("-noreset")});
+        while (!m_server.canReadLine()) {
+            if (!m_server.waitForReadyRead(20000))
+                stop("the X server did not start");
+        }
+        qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
+    }
+    ~OwnDisplay()
+    {
+        m_server.terminate();
+        m_server.waitForFinished();
+    }
+    OwnDisplay(const OwnDisplay &) = delete;
+    OwnDisplay &operator=(const OwnDisplay &) = delete;
+
+private:
+    QProcess m_server;
+};
+
+void measure(int rounds)
+{
+    const QByteArray renderer = rendererName();
+    const bool isSoftware = renderer.contains("llvmpipe") || renderer.contains("softpipe");
+    TestLibrary library;
+    AppIconLoader::setSource(library.fakes.icons);
+    if (!library.install(madeApplications()))
+        stop("the library was not scanned");
+    fill(library);
+    library.workspaces->setActiveWorkspaceID(library.workspaces->workspaces().first().id);
+    FakeAppearance appearance;
+    FakeWindowEffects effects;
+    Theme theme(appearance, effects);
+    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, library.preferences);
+    {
+        Screens screens(viewModel, *library.workspaces, library.notifications);
+        QQuickWindow *window = screens.window();
+        if (!window)
+            stop("the screens could not be loaded");
+        window->resize(windowSize);
+        window->show();
+        window->requestActivate();
+        Stage stage(library, *window);
+        std::printf("Drawn by %s, %d by %d; milliseconds, median and 99th percentile\n", renderer.constData(),
+                    window->width(), window->height());
+        stage.warmUp();
+        stage.measureScrolling(rounds, isSoftware);
+        stage.measureTyping(rounds, isSoftware);
+        stage.measureModal(rounds, isSoftware);
+        stage.measureWorkspaces("a workspace switched, by name", rounds, isSoftware);
+        LibrarySingleton::instance->setSortOption(QStringLiteral("Category"));
+        stage.measureWorkspaces("a workspace switched, with cards", rounds, isSoftware);
+    }
+    AppIconLoader::shutDown();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const TestHome home;
+    const OwnDisplay display;
+    qputenv("QSG_RENDER_LOOP", "basic");
+    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    QSurfaceFormat format = QSurfaceFormat::defaultFormat();
+    format.setSwapInterval(0); // the work of a frame, not the screen's beat
+    QSurfaceFormat::setDefaultFormat(format);
+    MeteredApplication application(argc, argv);
+    QGuiApplication::styleHints()->setCursorFlashTime(0);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::OpenGL);
+    measure(argc > 1 ? std::max(1, std::atoi(argv[1])) : 15);
+    return EXIT_SUCCESS;
+}
