@@ -7,7 +7,7 @@ namespace quillbay {
 class AppFinder;
 
 /// The cards of the hidden folders, in the order of all folders. Thread: main thread.
-class HiddenCards : public CardListModel
+class HiddenCards : public quillbay::CardListModel // in full, for the type's description
 {
     Q_OBJECT
 

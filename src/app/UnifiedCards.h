@@ -11,7 +11,7 @@ class QuillbayViewModel;
 /// does a folder that is gone.
 ///
 /// They follow only while `isShown`; in between they stay as they were. Thread: main thread.
-class UnifiedCards : public CardListModel
+class UnifiedCards : public quillbay::CardListModel // in full, for the type's description
 {
     Q_OBJECT
     /// Whether the unified grid is what the selection, the order and the query ask for. It falls at once, and

@@ -1,14 +1,14 @@
 #include "ui/AppIconView.h"
 
+#include "ui/DevicePixelNode.h"
+
 #include <QCache>
-#include <QPainter>
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <QSGNode>
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <utility>
 
 namespace quillbay {
@@ -24,43 +24,19 @@ struct ShadowLook
 
 constexpr ShadowLook resting{4, 2, 0.1};
 constexpr ShadowLook lifted{12, 6, 0.2};
-constexpr ShadowLook inCard{2, 1, 0.3};
-/// Of an icon in a card, as a part of its edge.
-constexpr qreal cornerInCard = 10.0 / 48;
 
 /// Shadows that every tile shows, by picture: scrolling and typing bring the same ones again and again.
 constexpr int keptShadows = 256;
 
-/// An icon is shown in one place only: rounding its corners makes it another.
-IconShadow restingShadow(const QImage &icon, qreal edge, const ShadowLook &look)
+IconShadow restingShadow(const QImage &icon, qreal edge)
 {
     thread_local QCache<std::pair<qint64, qreal>, IconShadow> cache(keptShadows);
     const std::pair key(icon.cacheKey(), edge);
     if (const IconShadow *kept = cache.object(key))
         return *kept;
-    const IconShadow shadow = iconShadow(icon, edge, look.radius, look.offset, look.opacity);
+    const IconShadow shadow = iconShadow(icon, edge, resting.radius, resting.offset, resting.opacity);
     cache.insert(key, new IconShadow(shadow));
     return shadow;
-}
-
-QImage rounded(const QImage &icon)
-{
-    if (icon.isNull())
-        return icon;
-    static QCache<qint64, QImage> cache(keptShadows);
-    if (const QImage *kept = cache.object(icon.cacheKey()))
-        return *kept;
-    QImage result(icon.size(), QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(icon);
-    const qreal radius = cornerInCard * icon.width();
-    painter.drawRoundedRect(result.rect(), radius, radius);
-    painter.end();
-    cache.insert(icon.cacheKey(), new QImage(result));
-    return result;
 }
 
 QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
@@ -77,14 +53,11 @@ QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
 
 /// Two shadows below the icon, each behind an opacity of its own. The lifted one exists once the pointer has
 /// been there.
-/// The transformation is the small step to the next whole device pixel. It is found before each frame, since
-/// nobody tells an item that one of its ancestors has moved.
-class AppIconView::Node : public QSGTransformNode
+class AppIconView::Node : public DevicePixelNode
 {
 public:
     Node()
     {
-        setFlag(UsePreprocess);
         for (Shadow *shadow : {&m_resting, &m_lifted}) {
             shadow->node.setFlag(QSGNode::OwnedByParent, false);
             appendChildNode(&shadow->node);
@@ -96,7 +69,7 @@ public:
         delete m_icon;
     }
 
-    void setIcon(QQuickWindow *window, const QImage &icon, qreal edge, const ShadowLook &look)
+    void setIcon(QQuickWindow *window, const QImage &icon, qreal edge)
     {
         m_resting.clear();
         m_lifted.clear();
@@ -107,7 +80,7 @@ public:
         m_icon = imageNode(window, icon);
         m_icon->setFlag(QSGNode::OwnedByParent, false);
         appendChildNode(m_icon);
-        m_resting.show(window, restingShadow(icon, edge, look));
+        m_resting.show(window, restingShadow(icon, edge));
     }
 
     void setLift(QQuickWindow *window, const QImage &icon, qreal edge, qreal lift)
@@ -126,45 +99,18 @@ public:
         m_icon->setRect(rect);
         m_resting.place(rect);
         m_lifted.place(rect);
-        m_devicePixelRatio = devicePixelRatio;
-        m_fits = fits;
+        setAlignment(devicePixelRatio, fits);
     }
 
-    void preprocess() override
+protected:
+    void setExact(bool exact) override
     {
-        const std::optional<QPointF> origin = m_fits ? translation(parent()) : std::nullopt;
-        QPointF step;
-        if (origin) {
-            const QPointF pixel = *origin * m_devicePixelRatio;
-            step = QPointF(std::round(pixel.x()), std::round(pixel.y())) / m_devicePixelRatio - *origin;
-        }
-        if (step != m_step) {
-            m_step = step;
-            QMatrix4x4 matrix;
-            matrix.translate(float(step.x()), float(step.y()));
-            setMatrix(matrix);
-        }
-        const QSGTexture::Filtering filtering = origin ? QSGTexture::Nearest : QSGTexture::Linear;
+        const QSGTexture::Filtering filtering = exact ? QSGTexture::Nearest : QSGTexture::Linear;
         if (filtering != m_icon->filtering())
             m_icon->setFiltering(filtering);
     }
 
 private:
-    /// Where the origin of `node` lies in the scene; nothing if something turns or scales it on the way.
-    static std::optional<QPointF> translation(const QSGNode *node)
-    {
-        QPointF sum;
-        for (; node; node = node->parent()) {
-            if (node->type() != TransformNodeType)
-                continue;
-            const QMatrix4x4 &matrix = static_cast<const QSGTransformNode *>(node)->matrix();
-            if (matrix.flags() & ~QMatrix4x4::Flags(QMatrix4x4::Translation))
-                return std::nullopt;
-            sum += QPointF(qreal(matrix(0, 3)), qreal(matrix(1, 3)));
-        }
-        return sum;
-    }
-
     struct Shadow
     {
         QSGOpacityNode node;
@@ -200,9 +146,6 @@ private:
     Shadow m_resting;
     Shadow m_lifted;
     QSGImageNode *m_icon = nullptr;
-    qreal m_devicePixelRatio = 1;
-    bool m_fits = false;
-    QPointF m_step;
 };
 
 AppIconView::AppIconView(QQuickItem *parent)
@@ -233,7 +176,7 @@ void AppIconView::setLift(qreal lift)
 
 void AppIconView::takeIcon()
 {
-    m_icon = m_place == Place::Card ? rounded(m_loader.icon()) : m_loader.icon();
+    m_icon = m_loader.icon();
     m_iconIsNew = true;
     update();
 }
@@ -286,7 +229,7 @@ QSGNode *AppIconView::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         m_iconIsNew = true;
     }
     if (m_iconIsNew)
-        node->setIcon(window(), m_icon, width(), m_place == Place::Card ? inCard : resting);
+        node->setIcon(window(), m_icon, width());
     m_iconIsNew = false;
     node->setLift(window(), m_icon, width(), m_lift);
     node->place(width(), window()->effectiveDevicePixelRatio(), m_icon.width() == pixelSize());

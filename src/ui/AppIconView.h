@@ -24,15 +24,9 @@ class AppIconView : public QQuickItem
     /// How far the pointer's look has come, 0 to 1: the shadow goes from its resting to its lifted form.
     /// Values beyond the ends, as a spring gives, count as the ends.
     Q_PROPERTY(qreal lift READ lift WRITE setLift NOTIFY liftChanged)
-    /// What the icon lies on, from the beginning. In a card its corners are rounded, and its shadow is closer
-    /// and darker.
-    Q_PROPERTY(Place place MEMBER m_place NOTIFY placeChanged)
     QML_ELEMENT
 
 public:
-    enum class Place { Tile, Card };
-    Q_ENUM(Place)
-
     explicit AppIconView(QQuickItem *parent = nullptr);
 
     QString path() const { return m_path; }
@@ -43,7 +37,6 @@ public:
 Q_SIGNALS:
     void pathChanged();
     void liftChanged();
-    void placeChanged();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
@@ -60,7 +53,6 @@ private:
 
     AppIconLoader m_loader;
     QString m_path;
-    Place m_place = Place::Tile;
     QImage m_icon;
     qreal m_lift = 0;
     bool m_iconIsNew = false;

@@ -39,6 +39,7 @@ public:
     /// folder. It reaches `cardReach` beyond the card on every side.
     Q_INVOKABLE QVariant card(bool dark, const QColor &windowBackground, bool dashed, qreal ratio);
     Q_INVOKABLE int cardReach(bool dark) const { return quillbay::cardReach(dark); }
+    Q_INVOKABLE int cardDrop(bool dark) const { return quillbay::cardDrop(dark); }
     /// The glow around a card; it reaches `glowReach` beyond the card on every side.
     Q_INVOKABLE QVariant cardGlow(const QColor &color, qreal ratio) const { return paintGlow(color, ratio); }
     Q_INVOKABLE int glowReach() const { return quillbay::glowReach; }

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! What a card without applications offers instead of them. */

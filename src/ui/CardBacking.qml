@@ -10,11 +10,14 @@ Item {
 
     property bool dashed: false
     readonly property int reach: Artwork.cardReach(Theme.dark)
+    readonly property int drop: Artwork.cardDrop(Theme.dark)
 
     PictureItem {
         anchors {
             fill: parent
             margins: -root.reach
+            topMargin: root.drop - root.reach
+            bottomMargin: -root.drop - root.reach
         }
         picture: Artwork.card(Theme.dark, Theme.windowBackground, root.dashed, Screen.devicePixelRatio)
     }

@@ -39,11 +39,6 @@ qreal shadowBlur(bool dark)
     return dark ? 20 : 12;
 }
 
-qreal shadowOffset(bool dark)
-{
-    return dark ? 10 : 6;
-}
-
 struct Shine
 {
     qreal blur;
@@ -53,7 +48,7 @@ struct Shine
 
 Shine shadowOf(bool dark)
 {
-    return {shadowBlur(dark), shadowOffset(dark), black(dark ? 0.4 : 0.1)};
+    return {shadowBlur(dark), qreal(cardDrop(dark)), black(dark ? 0.4 : 0.1)};
 }
 
 QPainterPath outline()
@@ -121,8 +116,13 @@ QPen border(const CardPicture &card)
 
 int cardReach(bool dark)
 {
-    constexpr qreal visible = 2.5; // standard deviations
-    return int(std::ceil(visible * shadowBlur(dark) + shadowOffset(dark)));
+    // Beyond these deviations less is left of it than one level of grey.
+    return int(std::ceil((dark ? 2.6 : 2.1) * shadowBlur(dark)));
+}
+
+int cardDrop(bool dark)
+{
+    return dark ? 10 : 6;
 }
 
 QImage paintCard(const CardPicture &card)
@@ -131,6 +131,7 @@ QImage paintCard(const CardPicture &card)
     QImage image = canvas(reach, card.ratio);
     QPainter painter(&image);
     prepare(painter, image, reach);
+    painter.translate(0, -cardDrop(card.dark));
     if (!card.dashed)
         paintShine(painter, shadowOf(card.dark));
     paintBacking(painter, outline(), card);

@@ -20,8 +20,10 @@ struct CardPicture
 constexpr int cardWidth = 260;
 constexpr int cardHeight = 190;
 
-/// How far the picture reaches beyond the card, the same on every side.
+/// The picture is so much larger than the card on every side, and lies so much lower than it: where the
+/// shadow is to be seen.
 int cardReach(bool dark);
+int cardDrop(bool dark);
 
 /// Premultiplied, at device pixel ratio 1. Costs some milliseconds; meant to be shared by all cards.
 QImage paintCard(const CardPicture &card);

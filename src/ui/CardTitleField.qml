@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! A card's title while it is edited. Return is `committed`, Escape `cancelled`. */

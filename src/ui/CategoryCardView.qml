@@ -170,7 +170,7 @@ Item {
     CardPreview {
         id: preview
         x: 34
-        y: title.y + title.height + 8 + 12 - topMargin
+        y: title.y + title.height + 8 + 12 - 4
         height: parent.height - y
         visible: !root.isEmpty
         apps: root.apps

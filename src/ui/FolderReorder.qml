@@ -22,7 +22,7 @@ Item {
 
     /*! Where the first folder lies, in this item's coordinates. */
     function listTop(): real {
-        return view.headerItem.y + view.headerItem.height - view.contentY;
+        return view.originY - view.contentY;
     }
     function begin(y: real) {
         const row = Math.floor((y - listTop()) / rowHeight);
@@ -75,8 +75,8 @@ Item {
         repeat: true
         running: root.active && speed !== 0
         onTriggered: {
-            const first = root.view.originY;
-            const last = Math.max(first, first + root.view.contentHeight - root.view.height);
+            const first = root.view.originY - root.view.topMargin;
+            const last = Math.max(first, root.view.originY + root.view.contentHeight + root.view.bottomMargin - root.view.height);
             root.view.contentY = Math.max(first, Math.min(last, root.view.contentY + speed));
             root.aim(drag.centroid.position.y);
         }

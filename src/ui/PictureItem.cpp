@@ -1,9 +1,12 @@
 #include "ui/PictureItem.h"
 
+#include "ui/DevicePixelNode.h"
+
 #include <QHash>
 #include <QQuickWindow>
 #include <QSGImageNode>
 
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -26,19 +29,18 @@ std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow *window, const QImage &im
     return made;
 }
 
-class Node : public QSGNode
+class Node : public DevicePixelNode
 {
 public:
     explicit Node(QQuickWindow *window)
         : m_image(window->createImageNode())
     {
         m_image->setFlag(QSGNode::OwnedByParent, false);
-        m_image->setFiltering(QSGTexture::Linear);
         appendChildNode(m_image.get());
     }
     ~Node() override { removeAllChildNodes(); }
 
-    void show(QQuickWindow *window, const QImage &image, const QRectF &rect)
+    void show(QQuickWindow *window, const QImage &image, QSizeF size)
     {
         if (image.cacheKey() != m_key) {
             std::shared_ptr<QSGTexture> texture = sharedTexture(window, image);
@@ -47,7 +49,19 @@ public:
             m_texture = std::move(texture); // the old one is let go when nobody draws it any more
             m_key = image.cacheKey();
         }
-        m_image->setRect(rect);
+        const qreal ratio = window->effectiveDevicePixelRatio();
+        const QSizeF beyond = QSizeF(image.size()) - size * ratio;
+        const bool fits = std::abs(beyond.width()) < 1 && std::abs(beyond.height()) < 1;
+        m_image->setRect(QRectF(QPointF(), fits ? QSizeF(image.size()) / ratio : size));
+        setAlignment(ratio, fits);
+    }
+
+protected:
+    void setExact(bool exact) override
+    {
+        const QSGTexture::Filtering filtering = exact ? QSGTexture::Nearest : QSGTexture::Linear;
+        if (filtering != m_image->filtering())
+            m_image->setFiltering(filtering);
     }
 
 private:
@@ -81,7 +95,7 @@ QSGNode *PictureItem::updatePaintNode(QSGNode *node, UpdatePaintNodeData *)
         return nullptr;
     }
     auto *picture = node ? static_cast<Node *>(node) : new Node(window());
-    picture->show(window(), m_image, boundingRect());
+    picture->show(window(), m_image, size());
     return picture;
 }
 

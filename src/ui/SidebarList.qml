@@ -51,6 +51,10 @@ Item {
     }
 
     onSelectionChanged: reveal()
+    onActiveFocusChanged: {
+        if (activeFocus)
+            reveal();
+    }
 
     activeFocusOnTab: true
     Accessible.role: Accessible.List
@@ -110,6 +114,13 @@ Item {
             view: view
         }
     }
+    // The list is laid out before its header has a height.
+    Connections {
+        target: view.headerItem
+        function onHeightChanged() {
+            view.positionViewAtBeginning();
+        }
+    }
     SidebarLibrary {
         id: library
         parent: view.headerItem
@@ -122,6 +133,10 @@ Item {
         width: view.width
         height: implicitHeight
         onPicked: root.newFolderRequested()
+        onActiveFocusChanged: {
+            if (activeFocus)
+                view.positionViewAtEnd();
+        }
     }
     FolderReorder {
         id: reorder

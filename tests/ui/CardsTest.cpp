@@ -1,3 +1,4 @@
+#include "ui/CardIcons.h"
 #include "ui/ScreenTest.h"
 
 #include <QDropEvent>
@@ -271,6 +272,49 @@ TEST_F(CardsTest, TheWheelScrollsAFullCardBeforeTheGrid)
         wheel("Office");
     EXPECT_GT(turns, 5);
     EXPECT_LT(turns, 100) << "the end of the card is not the end of the way";
+}
+
+TEST_F(CardsTest, ACardLoadsAndShowsOnlyTheIconsInSight)
+{
+    QStringList many;
+    for (int i = 0; i < 300; ++i)
+        many.append(QStringLiteral("A%1:Office").arg(i));
+    library.fakes.icons->setColor(QStringLiteral("/apps/A0"), Qt::red);
+    ASSERT_TRUE(library.install(many));
+    showGrid();
+    const QPoint place = await("Office")->mapToScene({34 + 12 + 24, 90}).toPoint();
+    const auto shows = [&](Qt::GlobalColor color) {
+        return waitFor([&] {
+            const QImage picture = window->grabWindow();
+            return picture.pixelColor(place * picture.devicePixelRatio()) == QColor(color);
+        });
+    };
+    EXPECT_TRUE(shows(Qt::red));
+    appearance.setReducedMotion(true);
+    wheel("Office");
+    EXPECT_TRUE(waitFor([&] { return library.fakes.icons->askedPaths().size() > 12; }));
+    EXPECT_LT(library.fakes.icons->askedPaths().size(), 30);
+}
+
+TEST(CardIcon, HasRoundCornersAboveADarkShadow)
+{
+    for (const int edge : {48, 60, 96}) {
+        QImage icon(edge, edge, QImage::Format_ARGB32_Premultiplied);
+        icon.fill(Qt::blue);
+        const QImage shown = cardIcon(icon);
+        const int reach = (shown.width() - edge) / 2;
+        const auto at = [&](double x, double y) {
+            return shown.pixelColor(reach + int(x * edge), reach + int(y * edge));
+        };
+        EXPECT_EQ(at(0.5, 0.5), QColor(Qt::blue));
+        EXPECT_NE(at(0, 0), QColor(Qt::blue));
+        EXPECT_EQ(at(0.5, 0), QColor(Qt::blue));
+        const QColor below = at(0.5, 1.02);
+        EXPECT_EQ(below.blue(), 0);
+        EXPECT_GT(below.alphaF(), 0.1);
+        EXPECT_LT(below.alphaF(), at(0.5, 0.5).alphaF());
+        EXPECT_EQ(shown.pixelColor(0, 0).alpha(), 0);
+    }
 }
 
 } // namespace

@@ -1,0 +1,223 @@
+#include "ui/CardIcons.h"
+
+#include "ui/DevicePixelNode.h"
+#include "ui/IconShadow.h"
+
+#include <QCache>
+#include <QPainter>
+#include <QQuickWindow>
+#include <QSGImageNode>
+
+#include <algorithm>
+#include <cmath>
+
+namespace quillbay {
+
+namespace {
+
+constexpr int pitch = CardIcons::edge + CardIcons::spacing;
+constexpr qreal cornerRadius = 10;
+constexpr qreal shadowRadius = 2;
+constexpr qreal shadowOffset = 1;
+constexpr qreal shadowOpacity = 0.3;
+
+QImage rounded(const QImage &icon)
+{
+    QImage result(icon.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(icon);
+    const qreal radius = cornerRadius * icon.width() / CardIcons::edge;
+    painter.drawRoundedRect(result.rect(), radius, radius);
+    return result;
+}
+
+/// What cards show of the same icon, again and again.
+QImage keptCardIcon(const QImage &icon)
+{
+    constexpr int keptBytes = 8 << 20;
+    static QCache<qint64, QImage> cache(keptBytes);
+    if (const QImage *kept = cache.object(icon.cacheKey()))
+        return *kept;
+    const QImage made = cardIcon(icon);
+    cache.insert(icon.cacheKey(), new QImage(made), int(made.sizeInBytes()));
+    return made;
+}
+
+} // namespace
+
+QImage cardIcon(const QImage &icon)
+{
+    if (icon.isNull())
+        return {};
+    const qreal ratio = qreal(icon.width()) / CardIcons::edge;
+    const int reach = int(std::lround(cardIconReach * ratio));
+    const QImage face = rounded(icon);
+    const IconShadow shadow = iconShadow(face, CardIcons::edge, shadowRadius, shadowOffset, shadowOpacity);
+    QImage result(icon.size() + QSize(2 * reach, 2 * reach), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    const qreal edge = icon.width();
+    painter.drawImage(QRectF(reach + shadow.rect.x() * edge, reach + shadow.rect.y() * edge,
+                             shadow.rect.width() * edge, shadow.rect.height() * edge),
+                      shadow.image);
+    painter.drawImage(reach, reach, face);
+    return result;
+}
+
+class CardIcons::Node : public DevicePixelNode
+{
+public:
+    explicit Node(QQuickWindow *window)
+        : m_image(window->createImageNode())
+    {
+        m_image->setFlag(QSGNode::OwnedByParent, false);
+        m_image->setOwnsTexture(true);
+        appendChildNode(m_image.get());
+    }
+    ~Node() override { removeAllChildNodes(); }
+
+    void show(QQuickWindow *window, const QImage &picture)
+    {
+        if (picture.cacheKey() != m_key) {
+            m_image->setTexture(window->createTextureFromImage(picture));
+            m_image->setSourceRect(picture.rect());
+            m_key = picture.cacheKey();
+        }
+        const qreal ratio = window->effectiveDevicePixelRatio();
+        m_image->setRect(QRectF(QPointF(), QSizeF(picture.size()) / ratio));
+        setAlignment(ratio, true);
+    }
+
+protected:
+    void setExact(bool exact) override
+    {
+        const QSGTexture::Filtering filtering = exact ? QSGTexture::Nearest : QSGTexture::Linear;
+        if (filtering != m_image->filtering())
+            m_image->setFiltering(filtering);
+    }
+
+private:
+    std::unique_ptr<QSGImageNode> m_image;
+    qint64 m_key = 0;
+};
+
+CardIcons::CardIcons(QQuickItem *parent)
+    : QQuickItem(parent)
+{
+    setFlag(ItemHasContents);
+}
+
+void CardIcons::setApps(AppListModel *apps)
+{
+    if (apps == m_apps)
+        return;
+    if (m_apps)
+        disconnect(m_apps, nullptr, this, nullptr);
+    m_apps = apps;
+    if (m_apps) {
+        connect(m_apps, &AppListModel::rowsInserted, this, &CardIcons::listChanged);
+        connect(m_apps, &AppListModel::rowsRemoved, this, &CardIcons::listChanged);
+        connect(m_apps, &AppListModel::rowsMoved, this, &CardIcons::listChanged);
+        connect(m_apps, &AppListModel::dataChanged, this, &CardIcons::listChanged);
+        connect(m_apps, &QObject::destroyed, this, &CardIcons::listChanged);
+    }
+    Q_EMIT appsChanged();
+    listChanged();
+}
+
+void CardIcons::listChanged()
+{
+    Q_EMIT contentHeightChanged();
+    polish();
+}
+
+void CardIcons::setOffset(qreal offset)
+{
+    if (offset == m_offset)
+        return;
+    m_offset = offset;
+    Q_EMIT offsetChanged();
+    polish();
+}
+
+qreal CardIcons::contentHeight() const
+{
+    const int count = m_apps ? m_apps->count() : 0;
+    return topMargin + (count + columns - 1) / columns * pitch;
+}
+
+AppIconLoader &CardIcons::loader(int row)
+{
+    return *m_loaders[size_t(row) % m_loaders.size()];
+}
+
+void CardIcons::updatePolish()
+{
+    if (!window() || height() <= 0)
+        return;
+    const int lines = int(std::ceil(height() / pitch)) + 1;
+    while (int(m_loaders.size()) < lines * columns) {
+        m_loaders.push_back(std::make_unique<AppIconLoader>());
+        connect(m_loaders.back().get(), &AppIconLoader::iconChanged, this, [this] {
+            if (!m_isAssigning)
+                polish();
+        });
+    }
+    const int count = m_apps ? m_apps->count() : 0;
+    const int first = std::max(0, int((m_offset - topMargin) / pitch)) * columns;
+    const int last = std::min(count, first + lines * columns);
+    m_isAssigning = true;
+    for (int row = first; row < first + int(m_loaders.size()); ++row) {
+        loader(row).setPath(row < last ? m_apps->items()[row].path : QString());
+        loader(row).setPixelSize(int(std::lround(edge * window()->effectiveDevicePixelRatio())));
+    }
+    m_isAssigning = false;
+    paint(first, last);
+    update();
+}
+
+void CardIcons::paint(int first, int last)
+{
+    const qreal ratio = window()->effectiveDevicePixelRatio();
+    m_picture = QImage((size() * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    m_picture.fill(Qt::transparent);
+    QPainter painter(&m_picture);
+    for (int row = first; row < last; ++row) {
+        const QImage icon = loader(row).icon();
+        const QImage shown = keptCardIcon(icon);
+        const int reach = (shown.width() - icon.width()) / 2;
+        const QPointF place(sideMargin + row % columns * pitch, topMargin + row / columns * pitch - m_offset);
+        painter.drawImage((place * ratio).toPoint() - QPoint(reach, reach), shown);
+    }
+}
+
+QSGNode *CardIcons::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
+{
+    if (m_picture.isNull()) {
+        delete old;
+        return nullptr;
+    }
+    auto *node = old ? static_cast<Node *>(old) : new Node(window());
+    node->show(window(), m_picture);
+    return node;
+}
+
+void CardIcons::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
+{
+    QQuickItem::geometryChange(newGeometry, oldGeometry);
+    if (newGeometry.size() != oldGeometry.size())
+        polish();
+}
+
+void CardIcons::itemChange(ItemChange change, const ItemChangeData &value)
+{
+    if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged)
+        polish();
+    QQuickItem::itemChange(change, value);
+}
+
+} // namespace quillbay
