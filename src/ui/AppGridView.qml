@@ -92,7 +92,6 @@ FocusScope {
             id: tileGrid
             anchors.fill: parent
             visible: root.layout === "tiles"
-            hostWindow: root.hostWindow
             apps: root.layout === "tiles" ? ViewModel.filteredApps : null
             folder: root.isSearching ? "" : Library.selectedFolder
             onEscapedUp: root.focusSearch()

@@ -11,7 +11,6 @@ Item {
     required property int index
     required property string name
     required property string path
-    required property Window hostWindow
     property bool focused: false
     /*! A dragged application would go here. */
     property bool targeted: false
@@ -31,7 +30,7 @@ Item {
 
     function launch() {
         isLaunching = true;
-        ViewModel.launchApp(path, hostWindow);
+        ViewModel.launchApp(path, Window.window);
         if (!launchTimer.running)
             launchTimer.start();
         launched();

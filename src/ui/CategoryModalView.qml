@@ -9,7 +9,6 @@ import Quillbay.Vocabulary
 FocusScope {
     id: root
 
-    required property Window hostWindow
     required property string title
     required property AppListModel apps
     /*! Empty for a category. */
@@ -177,7 +176,6 @@ FocusScope {
                 bottom: parent.bottom
             }
             focus: true
-            hostWindow: root.hostWindow
             apps: root.apps
             folder: root.folderId
             columns: AdaptiveColumns {

@@ -5,7 +5,6 @@ import Quillbay.Ui
 
 /*! The panel of the card that is expanded. */
 CategoryModalView {
-    hostWindow: Window.window
     apps: ExpandedCard.apps
     title: ExpandedCard.title
     folderId: ExpandedCard.folderId

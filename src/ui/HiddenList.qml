@@ -16,7 +16,6 @@ Item {
     TileGrid {
         id: tiles
         anchors.fill: parent
-        hostWindow: Window.window
         inset: 24
         columns: AppColumns {
             width: tiles.width - 2 * tiles.inset

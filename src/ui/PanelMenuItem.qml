@@ -16,7 +16,7 @@ T.MenuItem {
     readonly property color ink: !enabled ? Theme.secondary : highlighted ? "white" : destructive ? Theme.red : Theme.primary
     readonly property string mark: subMenu ? "chevron.right" : checked ? "checkmark" : symbol
 
-    implicitWidth: Math.ceil(label.implicitWidth) + leftPadding + rightPadding + (hint === "" ? 28 : Math.ceil(keys.implicitWidth) + 36)
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: 30
     height: visible ? implicitHeight : 0
     leftPadding: 12
@@ -32,45 +32,12 @@ T.MenuItem {
         }
     }
 
-    contentItem: Item {
-        Text {
-            id: label
-            anchors {
-                left: parent.left
-                right: mark.left
-                rightMargin: 8
-                verticalCenter: parent.verticalCenter
-            }
-            text: root.text
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            color: root.ink
-            font {
-                pixelSize: 13
-                weight: Font.Normal
-            }
-        }
-        Text {
-            id: keys
-            anchors {
-                right: parent.right
-                verticalCenter: parent.verticalCenter
-            }
-            text: root.hint
-            color: root.highlighted ? root.ink : Theme.secondary
-            font.pixelSize: 12
-        }
-        Symbol {
-            id: mark
-            anchors {
-                right: parent.right
-                verticalCenter: parent.verticalCenter
-            }
-            width: 16
-            name: root.mark
-            size: 13
-            color: root.ink
-        }
+    contentItem: PanelMenuLabel {
+        text: root.text
+        hint: root.hint
+        mark: root.mark
+        ink: root.ink
+        hintInk: root.highlighted ? root.ink : Theme.secondary
     }
     background: Rectangle {
         radius: 6

@@ -42,7 +42,7 @@ Item {
         }
         const entry = library.entries[placeOfSelection()];
         if (entry && entry.mapToItem(view, 0, 0).y < 0)
-            view.positionViewAtBeginning();
+            view.toTop();
     }
     function popUpForSelection() {
         const row = view.itemAtIndex(rowOfSelection()) as FolderRow;
@@ -92,9 +92,18 @@ Item {
         boundsBehavior: Flickable.StopAtBounds
         keyNavigationEnabled: false
         currentIndex: -1
-        header: Qt.createComponent("SidebarSlot.qml")
-        footer: header
+        // Room for what stands before and behind the folders and scrolls with them.
+        topMargin: library.height
+        bottomMargin: newFolder.height
+        onTopMarginChanged: toTop()
         onContentYChanged: root.scrolled()
+
+        function toTop() {
+            contentY = originY - topMargin;
+        }
+        function toEnd() {
+            contentY = Math.max(originY - topMargin, originY + contentHeight + bottomMargin - height);
+        }
 
         delegate: FolderRow {
             id: row
@@ -114,28 +123,24 @@ Item {
             view: view
         }
     }
-    // The list is laid out before its header has a height.
-    Connections {
-        target: view.headerItem
-        function onHeightChanged() {
-            view.positionViewAtBeginning();
-        }
-    }
     SidebarLibrary {
         id: library
-        parent: view.headerItem
+        parent: view.contentItem
+        y: view.originY - height
         width: view.width
         selection: root.selection
         focused: root.activeFocus
     }
     NewFolderButton {
-        parent: view.footerItem
+        id: newFolder
+        parent: view.contentItem
+        y: view.originY + view.contentHeight
         width: view.width
         height: implicitHeight
         onPicked: root.newFolderRequested()
         onActiveFocusChanged: {
             if (activeFocus)
-                view.positionViewAtEnd();
+                view.toEnd();
         }
     }
     FolderReorder {

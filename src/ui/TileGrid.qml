@@ -8,7 +8,6 @@ import Quillbay.Vocabulary
 GridView {
     id: root
 
-    required property Window hostWindow
     property AppListModel apps
     property ColumnsOfWidth columns: AppColumns {
         width: root.width
@@ -101,7 +100,6 @@ GridView {
     }
 
     delegate: AppItemView {
-        hostWindow: root.hostWindow
         width: root.columns.columnWidth
         height: root.cellHeight - root.rowSpacing
         focused: GridView.isCurrentItem && root.activeFocus

@@ -9,7 +9,6 @@ import Quillbay.Vocabulary
 FocusScope {
     id: root
 
-    required property Window hostWindow
 
     signal expandFolder(string id)
     signal expandCategory(string name)

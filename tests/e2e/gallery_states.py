@@ -129,6 +129,10 @@ class Grid(States):
 class Cards(States):
     """The unified grid."""
 
+    def go_to_internet(self):
+        self.hands.keys("Tab", "Home", *["Right"] * 5)
+        self.gallery.wait_until_still()
+
     def show_unified(self):
         pass
 
@@ -146,9 +150,10 @@ class Cards(States):
         self.hands.click(self.card("Design"), button=3)
 
     def show_card_menu_category(self):
-        self.hands.click(self.card("Internet"), button=3)
-        self.hands.rest_on(self.find("menu item", "Add All to Existing Folder"), across=0.3)
-        self.hands.keys("Right")
+        self.go_to_internet()
+        self.hands.keys("Menu")
+        self.find("menu item", "Add All to Existing Folder")
+        self.hands.keys("Down", "Down", "Right")
 
     def show_card_rename(self):
         self.hands.double_click(self.card("Design"), across=0.2, down=0.19)
@@ -161,7 +166,8 @@ class Cards(States):
         self.hands.click(self.card("Design"))
 
     def show_modal_category(self):
-        self.hands.click(self.card("Internet"))
+        self.go_to_internet()
+        self.hands.keys("Return")
 
     def show_modal_drag(self):
         self.hands.click(self.card("Design"))

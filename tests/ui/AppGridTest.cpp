@@ -55,7 +55,7 @@ TEST_F(AppGridTest, TilesShowWhatIsListedWhateverHappensOnTheWay)
     ASSERT_TRUE(library.install(all));
     makeFolder({all[3], all[2], all[9], all[5], all[20]});
     const QString folder = QStringLiteral("folder:") + folderId("F");
-    show("TileGrid { hostWindow: Window.window; property bool isShown: true; "
+    show("TileGrid { property bool isShown: true; "
          "apps: isShown ? ViewModel.filteredApps : null; folder: Library.selectedFolder "
          "}");
     GridDrops drops(*viewModel);

@@ -18,7 +18,7 @@ protected:
     void showGrid(QSize size = {1200, 800})
     {
         show("FocusScope { property string said; focus: true\n"
-             "UnifiedGrid { anchors.fill: parent; focus: true; hostWindow: null\n"
+             "UnifiedGrid { anchors.fill: parent; focus: true;\n"
              "onExpandFolder: id => said = id; onExpandCategory: name => said = name\n"
              "onEscapedUp: said = 'up' } }",
              size);

@@ -21,7 +21,7 @@ protected:
         show("FocusScope { focus: true; property bool open: false\n"
              "CustomTextField { placeholder: 'Behind'; focus: true; width: 100 }\n"
              "Loader { anchors.fill: parent; active: parent.open\n"
-             "sourceComponent: CategoryModalView { hostWindow: null; title: 'Mine'\n"
+             "sourceComponent: CategoryModalView { title: 'Mine'\n"
              "apps: FolderContents.apps('" +
              id + "'); folderId: '" + (isFolder ? id : QByteArray()) +
              "'\nonDismissed: parent.parent.open = false } } }");
