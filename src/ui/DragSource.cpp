@@ -1,5 +1,7 @@
 #include "ui/DragSource.h"
 
+#include "ui/vocabulary/Theme.h"
+
 #include <QDrag>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -9,7 +11,33 @@
 #include <QQuickItemGrabResult>
 #include <QQuickWindow>
 
+#include <algorithm>
+
 namespace quillbay {
+
+namespace {
+
+/// The picture on the window's background, where it shows anything at all. Without a compositor the desktop
+/// knows no translucent windows, and whatever it takes for their background shines through.
+QImage grounded(QImage picture)
+{
+    constexpr int leastAlpha = 24;
+    picture.convertTo(QImage::Format_ARGB32_Premultiplied);
+    const QRgb ground = Theme::instance()->windowBackground().rgb();
+    for (int y = 0; y < picture.height(); ++y) {
+        auto *line = reinterpret_cast<QRgb *>(picture.scanLine(y));
+        std::transform(line, line + picture.width(), line, [ground](QRgb pixel) {
+            const int rest = 255 - qAlpha(pixel);
+            if (qAlpha(pixel) < leastAlpha)
+                return qRgba(0, 0, 0, 0);
+            return qRgb(qRed(pixel) + qRed(ground) * rest / 255, qGreen(pixel) + qGreen(ground) * rest / 255,
+                        qBlue(pixel) + qBlue(ground) * rest / 255);
+        });
+    }
+    return picture;
+}
+
+} // namespace
 
 void DragSource::dragUrl(QQuickItem *item, const QUrl &url, QPointF hotSpot)
 {
@@ -45,7 +73,8 @@ void DragSource::drag(QQuickItem *item, std::unique_ptr<QMimeData> data, QPointF
         grab.data(), &QQuickItemGrabResult::ready, this,
         [this, grab, window, carried, hotSpot, ratio] {
             if (window && QGuiApplication::mouseButtons() & Qt::LeftButton)
-                run(*window, carried, grab->image(), ratio, hotSpot);
+                run(*window, carried, carried->hasUrls() ? grab->image() : grounded(grab->image()), ratio,
+                    hotSpot);
             else
                 delete carried;
             setActive(false);
