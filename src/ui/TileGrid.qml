@@ -62,6 +62,15 @@ GridView {
             currentIndex = 0;
     }
 
+    // The view counts its columns when its width changes, which is before the margins and cells follow: turning it there
+    // and back makes it count again.
+    function recount() {
+        flow = GridView.FlowTopToBottom;
+        flow = GridView.FlowLeftToRight;
+    }
+    onRightMarginChanged: recount()
+    onCellWidthChanged: recount()
+
     function toTop() {
         contentY = originY - topMargin;
     }

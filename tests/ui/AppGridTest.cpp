@@ -1,5 +1,6 @@
 #include "app/GridDrops.h"
 #include "app/SelectionKey.h"
+#include "ui/GridColumns.h"
 #include "ui/ScreenTest.h"
 
 #include <QTest>
@@ -100,6 +101,24 @@ TEST_F(AppGridTest, TilesShowWhatIsListedWhateverHappensOnTheWay)
         if (round % 5 == 4) {
             ASSERT_TRUE(waitFor(isRight)) << "round " << round << ": " << tiles().join(u' ').toStdString();
         }
+    }
+}
+
+TEST_F(AppGridTest, CountsItsColumnsAlsoAfterAJumpOfTheWidth)
+{
+    QStringList all;
+    for (int i = 10; i < 50; ++i)
+        all.append(QStringLiteral("App %1").arg(i));
+    ASSERT_TRUE(library.install(all));
+    show("TileGrid { apps: ViewModel.filteredApps }", {1200, 800});
+    for (const int width : {700, 1301, 760, 1000, 1001, 400}) {
+        screen->setWidth(width);
+        const int columns = appColumns(width).count;
+        EXPECT_TRUE(waitFor([&] {
+            const QStringList seen = tiles();
+            const QQuickItem *next = find(all[columns]);
+            return next && seen.value(columns) == all[columns] && next->x() == find(all[0])->x();
+        })) << width;
     }
 }
 
