@@ -65,8 +65,8 @@ GridView {
     // The view counts its columns when its width changes, which is before the margins and cells follow: turning it there
     // and back makes it count again.
     function recount() {
-        flow = GridView.FlowTopToBottom;
-        flow = GridView.FlowLeftToRight;
+        flow = Grid.TopToBottom;
+        flow = Grid.LeftToRight;
     }
     onRightMarginChanged: recount()
     onCellWidthChanged: recount()
