@@ -11,8 +11,10 @@ ExpandedCard::ExpandedCard(QuillbayViewModel &viewModel, FolderContents &content
     , m_contents(contents)
 {
     connect(m_viewModel.appFinder(), &AppFinder::foldersChanged, this, &ExpandedCard::update);
-    CategoryListModel *categories = m_viewModel.groupedAppsByCategory();
-    connect(categories, &CategoryListModel::countChanged, this, &ExpandedCard::update);
+    // From the event loop: a category's applications go after its row.
+    const CategoryListModel *categories = m_viewModel.groupedAppsByCategory();
+    connect(categories, &QAbstractItemModel::rowsRemoved, this, &ExpandedCard::update, Qt::QueuedConnection);
+    connect(categories, &QAbstractItemModel::rowsInserted, this, &ExpandedCard::update, Qt::QueuedConnection);
 }
 
 void ExpandedCard::expandFolder(const QString &folderId)

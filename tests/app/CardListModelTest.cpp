@@ -1,3 +1,4 @@
+#include "app/ExpandedCard.h"
 #include "app/FolderContents.h"
 #include "app/HiddenCards.h"
 #include "app/QuillbayViewModel.h"
@@ -104,6 +105,26 @@ TEST_F(CardListModelTest, CardsStayThroughOrderAndNames)
     EXPECT_EQ(removed.count(), 0);
     EXPECT_EQ(moved.count(), 1);
     EXPECT_EQ(changed.count(), 1);
+}
+
+TEST_F(CardListModelTest, AnExpandedCardIsShownWhileThereIsSomethingToShow)
+{
+    make("Mine");
+    ExpandedCard expanded(*viewModel, *contents);
+    expanded.expandCategory(QStringLiteral("Games"));
+    EXPECT_EQ(expanded.title(), QStringLiteral("Games"));
+    library.finder->hideApp(library.app(QStringLiteral("Bix")));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !expanded.apps(); }));
+    library.finder->unhideApp(library.app(QStringLiteral("Bix")));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return expanded.apps() && expanded.title() == QStringLiteral("Games"); }));
+
+    expanded.expandFolder(uuidString(folder("Mine").id));
+    EXPECT_EQ(expanded.title(), QStringLiteral("Mine")) << "the folder comes first";
+    viewModel->deleteFolder(folder("Mine"));
+    EXPECT_EQ(expanded.title(), QStringLiteral("Games"));
+    expanded.close();
+    EXPECT_FALSE(expanded.apps());
 }
 
 TEST_F(CardListModelTest, FollowsOnlyWhileItIsShown)
