@@ -138,6 +138,11 @@ GridView {
         }
     }
 
+    FocusRing {
+        parent: root.currentItem
+        cornerRadius: 20
+        visible: root.activeFocus
+    }
     TileDrops {
         id: drops
         parent: root
