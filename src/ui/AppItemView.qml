@@ -15,7 +15,10 @@ Item {
     /*! A dragged application would go here. */
     property bool targeted: false
 
-    readonly property bool isHovering: area.containsMouse
+    /*! It only passes below the pointer: the list is moving. */
+    property bool passing: false
+
+    readonly property bool isHovering: area.containsMouse && !passing
     property bool isPressed: false
     property bool isLaunching: false
 

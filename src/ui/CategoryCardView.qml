@@ -64,6 +64,13 @@ Item {
             expansion.start();
     }
 
+    // Another card takes this one's place.
+    onIdentifierChanged: {
+        expansion.stop();
+        titleField.active = false;
+        preview.toTop();
+    }
+
     width: 260
     height: 190
     scale: (1 + 0.02 * hover) * (1 + 0.05 * target)

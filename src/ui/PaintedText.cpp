@@ -26,6 +26,19 @@ constexpr int keptBytes = 4 << 20;
 /// For what letters have beyond their advance and their line.
 constexpr int overhang = 3;
 
+QFont fontOf(int pixelSize, int weight)
+{
+    QFont font = QGuiApplication::font();
+    font.setPixelSize(pixelSize);
+    font.setWeight(QFont::Weight(weight));
+    return font;
+}
+
+int lineHeightOf(const QFontMetricsF &metrics)
+{
+    return int(std::ceil(metrics.height()));
+}
+
 struct Line
 {
     QString text;
@@ -58,9 +71,7 @@ QList<Line> linesOf(const TextLook &look, const QFont &font, const QFontMetricsF
 
 PaintedText paint(const TextLook &look)
 {
-    QFont font = QGuiApplication::font();
-    font.setPixelSize(look.pixelSize);
-    font.setWeight(QFont::Weight(look.weight));
+    const QFont font = fontOf(look.pixelSize, look.weight);
     const QFontMetricsF metrics(font);
     const QList<Line> lines = linesOf(look, font, metrics);
     qreal widest = 0;
@@ -70,7 +81,7 @@ PaintedText paint(const TextLook &look)
         return {};
 
     const qreal left = look.isCentered ? (look.width - widest) / 2 : 0;
-    const qreal lineHeight = std::ceil(metrics.height());
+    const qreal lineHeight = lineHeightOf(metrics);
     const QPoint place(int(std::floor(left * look.ratio)) - overhang, -overhang);
     const QSizeF size(widest, lineHeight * double(lines.size()));
     PaintedText painted{QImage((size * look.ratio).toSize() + QSize(2 * overhang + 1, 2 * overhang + 1),
@@ -93,6 +104,11 @@ PaintedText paint(const TextLook &look)
 }
 
 } // namespace
+
+int textLineHeight(int pixelSize, int weight)
+{
+    return lineHeightOf(QFontMetricsF(fontOf(pixelSize, weight)));
+}
 
 PaintedText paintText(const TextLook &look)
 {

@@ -29,6 +29,9 @@ struct PaintedText
     QPoint place;   ///< Where it lies in its room, in device pixels; letters may reach beyond the room.
 };
 
+/// Of a line in that font, in whole device-independent pixels.
+int textLineHeight(int pixelSize, int weight);
+
 /// Lays the text out and paints it, or gives what it painted before: a few hundred are kept. Thread: main
 /// thread; a new one costs about a tenth of a millisecond.
 PaintedText paintText(const TextLook &look);

@@ -9,9 +9,6 @@
 
 namespace quillbay {
 
-namespace {
-
-/// The textures that nodes show at the moment. Each render thread has its own.
 std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow *window, const QImage &image)
 {
     using Textures = QHash<std::pair<QQuickWindow *, qint64>, std::weak_ptr<QSGTexture>>;
@@ -29,8 +26,6 @@ std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow *window, const QImage &im
     textures.insert(key, made);
     return made;
 }
-
-} // namespace
 
 PictureNode::PictureNode(QQuickWindow *window)
     : m_window(window)

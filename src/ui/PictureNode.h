@@ -13,6 +13,10 @@ class QSGTexture;
 
 namespace quillbay {
 
+/// The texture of `image` that nodes of this window and thread show at the moment, or a new one. It lives for
+/// as long as one of them holds it.
+std::shared_ptr<QSGTexture> sharedTexture(QQuickWindow *window, const QImage &image);
+
 /// A picture in the scene. Its pixels are the screen's where it is shown at its own size, and smoothed where
 /// it is stretched, turned or scaled. All nodes of a window that show the same picture share its texture.
 /// Thread: render thread.

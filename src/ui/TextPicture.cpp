@@ -22,6 +22,11 @@ void TextPicture::setText(const QString &text)
     polish();
 }
 
+int TextPicture::lineHeight() const
+{
+    return textLineHeight(m_pixelSize, m_weight);
+}
+
 void TextPicture::updatePolish()
 {
     if (!window())

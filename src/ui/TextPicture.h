@@ -26,6 +26,8 @@ class TextPicture : public QQuickItem
     Q_PROPERTY(int maximumLineCount READ maximumLineCount WRITE setMaximumLineCount NOTIFY lookChanged)
     /// In the middle of the width; else at its left.
     Q_PROPERTY(bool centered READ isCentered WRITE setCentered NOTIFY lookChanged)
+    /// Of one line, in whole device-independent pixels.
+    Q_PROPERTY(int lineHeight READ lineHeight NOTIFY lookChanged)
     QML_ELEMENT
 
 public:
@@ -43,6 +45,7 @@ public:
     void setMaximumLineCount(int count) { setLook(m_maximumLineCount, count); }
     bool isCentered() const { return m_isCentered; }
     void setCentered(bool centered) { setLook(m_isCentered, centered); }
+    int lineHeight() const;
 
 Q_SIGNALS:
     void textChanged();

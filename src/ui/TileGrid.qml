@@ -112,6 +112,7 @@ GridView {
         width: root.columns.columnWidth
         height: root.cellHeight - root.rowSpacing
         focused: GridView.isCurrentItem && root.activeFocus
+        passing: standstill.running
         targeted: drops.target !== "" && drops.target === path
         onLaunched: root.launched()
         onContextMenuRequested: (x, y) => tileMenu.popUpFor(this, x, y)
@@ -138,6 +139,11 @@ GridView {
         }
     }
 
+    onContentYChanged: standstill.restart()
+    Timer {
+        id: standstill
+        interval: 80
+    }
     FocusRing {
         parent: root.currentItem
         cornerRadius: 20

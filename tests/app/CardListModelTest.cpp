@@ -114,17 +114,21 @@ TEST_F(CardListModelTest, AnExpandedCardIsShownWhileThereIsSomethingToShow)
     expanded.expandCategory(QStringLiteral("Games"));
     EXPECT_EQ(expanded.title(), QStringLiteral("Games"));
     library.finder->hideApp(library.app(QStringLiteral("Bix")));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !expanded.apps(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !expanded.isExpanded(); }));
     library.finder->unhideApp(library.app(QStringLiteral("Bix")));
     EXPECT_TRUE(
-        QTest::qWaitFor([&] { return expanded.apps() && expanded.title() == QStringLiteral("Games"); }));
+        QTest::qWaitFor([&] { return expanded.isExpanded() && expanded.title() == QStringLiteral("Games"); }));
 
+    library.finder->addAppToFolder(library.app(QStringLiteral("Ada")), folder("Mine"));
     expanded.expandFolder(uuidString(folder("Mine").id));
     EXPECT_EQ(expanded.title(), QStringLiteral("Mine")) << "the folder comes first";
+    library.finder->addAppToFolder(library.app(QStringLiteral("Cut")), folder("Mine"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return expanded.apps()->count() == 2; }));
     viewModel->deleteFolder(folder("Mine"));
     EXPECT_EQ(expanded.title(), QStringLiteral("Games"));
+    EXPECT_EQ(expanded.apps()->count(), 1);
     expanded.close();
-    EXPECT_FALSE(expanded.apps());
+    EXPECT_FALSE(expanded.isExpanded());
 }
 
 TEST_F(CardListModelTest, FollowsOnlyWhileItIsShown)
