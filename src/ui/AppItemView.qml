@@ -18,7 +18,7 @@ Item {
     /*! It only passes below the pointer: the list is moving. */
     property bool passing: false
 
-    readonly property bool isHovering: area.containsMouse && !passing
+    readonly property bool isHovering: area.containsMouse && !passing && !DragSource.active
     property bool isPressed: false
     property bool isLaunching: false
 
@@ -104,6 +104,8 @@ Item {
         id: area
 
         property point pressPlace
+        /*! A finger or a pen, as far as the press itself tells. */
+        property bool isTouch: false
 
         anchors.fill: parent
         hoverEnabled: true
@@ -115,12 +117,15 @@ Item {
                 root.launch();
         }
         onPressAndHold: mouse => {
-            if (mouse.source !== Qt.MouseEventNotSynthesized)
+            if (isTouch)
                 root.contextMenuRequested(mouse.x, mouse.y);
         }
-        onPressed: mouse => pressPlace = Qt.point(mouse.x, mouse.y)
+        onPressed: mouse => {
+            isTouch = mouse.source !== Qt.MouseEventNotSynthesized;
+            pressPlace = Qt.point(mouse.x, mouse.y);
+        }
         onPositionChanged: mouse => {
-            if (!(pressedButtons & Qt.LeftButton) || mouse.source !== Qt.MouseEventNotSynthesized)
+            if (!(pressedButtons & Qt.LeftButton) || isTouch)
                 return;
             const way = Math.abs(mouse.x - pressPlace.x) + Math.abs(mouse.y - pressPlace.y);
             if (way >= Application.styleHints.startDragDistance)

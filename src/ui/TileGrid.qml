@@ -62,15 +62,6 @@ GridView {
             currentIndex = 0;
     }
 
-    // The view counts its columns when its width changes, which is before the margins and cells follow: turning it there
-    // and back makes it count again.
-    function recount() {
-        flow = Grid.TopToBottom;
-        flow = Grid.LeftToRight;
-    }
-    onRightMarginChanged: recount()
-    onCellWidthChanged: recount()
-
     function toTop() {
         contentY = originY - topMargin;
     }
@@ -173,6 +164,9 @@ GridView {
     }
     TileMenuHost {
         id: tileMenu
+    }
+    ColumnRecount {
+        view: root
     }
     WheelScroll {
         view: root

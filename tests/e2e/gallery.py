@@ -52,8 +52,12 @@ class Gallery:
         self.desktop.close()
 
     def start(self):
-        self.program.start()
+        self.open()
         self.program.wait_for_line("Showing")
+
+    def open(self):
+        """Starts, but does not wait until there is anything to be seen in the window."""
+        self.program.start()
         window = wait_until(lambda: self.desktop.output("xdotool", "search", "--onlyvisible", "--name", "^Quillbay$").split(),
                             PATIENCE, "no window")[-1]
         self.desktop.xdotool("windowsize", "--sync", window, *map(str, self.size))

@@ -6,7 +6,7 @@ PATIENCE = 30
 
 def make(gallery, wanted):
     """Takes the pictures of the wanted states, or of all."""
-    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare):
+    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare, Loading):
         states = kind(gallery)
         names = [name[5:] for name in dir(states) if name.startswith("show_")]
         chosen = [name for name in names if not wanted or name.replace("_", "-") in wanted]
@@ -15,11 +15,13 @@ def make(gallery, wanted):
         states.begin()
         for name in chosen:
             getattr(states, "show_" + name)()
-            gallery.take(name.replace("_", "-"))
+            gallery.take(name.replace("_", "-"), states.rests)
             states.back()
 
 
 class States:
+    rests = True  # comes to rest before its picture is taken
+
     def __init__(self, gallery):
         self.gallery = gallery
         self.program = gallery.program
@@ -188,8 +190,7 @@ class Sidebar(States):
         self.menu("Development")
 
     def show_sidebar_keyboard(self):
-        self.hands.click(self.row("Favorites"))
-        self.hands.keys("Down")
+        self.hands.keys("Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Down", "Down")
 
     def show_icon_popover(self):
         self.menu("Development")
@@ -264,3 +265,24 @@ class Bare(States):
 
     def show_hidden_nothing(self):
         self.hands.click(self.row("Hidden Apps"))
+
+
+class Loading(States):
+    """So many applications that the first scan is still going on."""
+    rests = False
+    COUNT = 250000
+
+    def begin(self):
+        self.gallery.arrange()
+
+    def show_loading(self):
+        self.program.end()
+        folder = self.gallery.desktop.data / "applications"
+        folder.mkdir(parents=True, exist_ok=True)
+        for i in range(self.COUNT):
+            (folder / f"made{i}.desktop").write_text(f"[Desktop Entry]\nType=Application\nName=Made {i}\nExec=true\n")
+        self.gallery.open()
+        wait_until(lambda: self.find("progress bar", "Initializing app space..."), PATIENCE, "nothing is loading")
+
+    def back(self):
+        self.program.end()
