@@ -32,6 +32,8 @@ struct ApplicationOwner
 struct PackageQueries
 {
     /// The package of an application, by the path of an application scan's result; nothing if it has none.
+    /// Where that cannot be found out the answer is an owner that is not removable, since an application that
+    /// may be a package's must not go by its path.
     std::function<std::optional<ApplicationOwner>(const QByteArray &path)> ownerOf = {};
     /// Those of the paths that came with a package, of whatever application.
     std::function<QList<QByteArray>(const QList<QByteArray> &paths)> ofPackages = {};

@@ -75,9 +75,17 @@ int scanWithRealMount(const MadeTree &tree)
         ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
         ::mount(source.constData(), target.constData(), nullptr, MS_BIND, nullptr) != 0)
         return cannot;
+    // A second one that no list knows: the folder is still the same.
+    const QByteArray unlisted = tree.path("~/.cache/acme 3");
     tree.roots->mounts = platform::currentMountPoints();
+    if (::mount(tree.path("~/.local/share").constData(), unlisted.constData(), nullptr, MS_BIND, nullptr) !=
+        0)
+        return cannot;
     const std::vector<std::string> rows = tree.rows(QStringLiteral("acme"));
-    return tree.roots->mounts && rows == std::vector<std::string>{"Preferences ~/.config/acme 2 1"} ? 0 : 1;
+    return tree.roots->mounts && rows == std::vector<std::string>{"Preferences ~/.config/acme 2 1",
+                                                                  "Application Support ~/.local/share/acme 0"}
+               ? 0
+               : 1;
 }
 
 TEST(ProtectedPaths, ABindMountKeepsItsRowAway)
@@ -87,6 +95,8 @@ TEST(ProtectedPaths, ABindMountKeepsItsRowAway)
     tree.file("~/elsewhere/precious");
     tree.folder("~/.config/acme \\ 1/in\nside");
     tree.file("~/.config/acme 2");
+    tree.folder("~/.local/share/acme");
+    tree.folder("~/.cache/acme 3");
     const pid_t child = ::fork();
     ASSERT_GE(child, 0);
     if (child == 0)
