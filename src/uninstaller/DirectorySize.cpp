@@ -86,11 +86,10 @@ private:
             if (entry->d_name[0] == '.')
                 continue;
             struct stat status = {};
-            if (entry->d_type == DT_DIR)
-                level.pending.emplace_back(entry->d_name);
-            else if (::fstatat(folder, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-                continue;
-            else if (S_ISDIR(status.st_mode))
+            bool isFolder = entry->d_type == DT_DIR;
+            if (!isFolder && ::fstatat(folder, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0)
+                isFolder = S_ISDIR(status.st_mode);
+            if (isFolder)
                 level.pending.emplace_back(entry->d_name);
             else
                 m_size = addByteCounts(m_size, sizeOf(status));
