@@ -8,6 +8,7 @@
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
 #include "platform/RecentDocuments.h"
+#include "platform/ResidualRoots.h"
 #include "platform/WindowEffects.h"
 
 namespace quillbay::platform {

@@ -12,6 +12,7 @@ class FolderWatch;
 class GlobalHotkey;
 class IconSource;
 class RecentDocuments;
+class ResidualRoots;
 class WindowEffects;
 
 /// All services of the running desktop, each behind its interface. `main` makes one and owns it.
@@ -30,6 +31,7 @@ struct Platform
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
+    std::shared_ptr<const ResidualRoots> residualRoots; ///< Shared with scans that still run.
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

@@ -10,6 +10,7 @@
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/uninstalling/LinuxResidualRoots.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
 
 #include <utility>
@@ -41,6 +42,8 @@ Platform createPlatform()
     platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());
+    platform.residualRoots = std::make_shared<LinuxResidualRoots>(LinuxBaseFolders::fromEnvironment(),
+                                                                  ApplicationEnvironment::fromEnvironment());
     return platform;
 }
 
