@@ -8,10 +8,13 @@ class Appearance;
 class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
+class Elevation;
+class FileRemoval;
 class FolderWatch;
 class GlobalHotkey;
 class IconSource;
 class RecentDocuments;
+class Trash;
 class WindowEffects;
 
 /// All services of the running desktop, each behind its interface. `main` makes one and owns it.
@@ -30,6 +33,9 @@ struct Platform
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
+    std::unique_ptr<FileRemoval> fileRemoval;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<Elevation> elevation;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

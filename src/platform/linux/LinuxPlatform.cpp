@@ -10,6 +10,9 @@
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/uninstalling/removal/HandleFileRemoval.h"
+#include "platform/linux/uninstalling/removal/PkexecElevation.h"
+#include "platform/linux/uninstalling/removal/XdgTrash.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
 
 #include <utility>
@@ -41,6 +44,9 @@ Platform createPlatform()
     platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());
+    platform.fileRemoval = std::make_unique<HandleFileRemoval>();
+    platform.trash = std::make_unique<XdgTrash>();
+    platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
     return platform;
 }
 
