@@ -15,6 +15,7 @@ namespace {
 using Outcome = ElevationResult::Outcome;
 
 constexpr qsizetype longestText = 64 * 1024;
+constexpr int questionEndsWithin = 1000; // Milliseconds.
 
 void append(QByteArray &text, const QByteArray &more)
 {
@@ -46,9 +47,14 @@ PkexecElevation::~PkexecElevation()
     for (auto &run : std::exchange(m_runs, {})) {
         run->process->disconnect();
         run->read();
+        // pkexec that still asks is the user's own, and ends at once.
+        if (!hasStarted(run->progress.output)) {
+            run->process->kill();
+            run->process->waitForFinished(questionEndsWithin);
+        }
         // What runs as root by now is not ours to end, and not to be waited for: the object is left to the
         // system with the rest of the process.
-        if (hasStarted(run->progress.output) && run->process->state() != QProcess::NotRunning)
+        if (run->process->state() != QProcess::NotRunning)
             static_cast<void>(run->process.release());
         run->finished({Outcome::Abandoned, {}});
     }
