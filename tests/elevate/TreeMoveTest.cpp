@@ -80,7 +80,7 @@ TEST_F(TreeMove, BetweenFileSystemsTheCopyIsWholeOrThereIsNone)
         if (!mountAt({}, other))
             return "cannot mount";
         HostileTree tree(5, outside);
-        for (int i = 0; i < 300; ++i) {
+        for (int i = 0; i < 100; ++i) {
             const std::string from = rows + '/' + tree.name();
             const std::string to = other + '/' + tree.name();
             tree.make(from);

@@ -35,7 +35,13 @@ protected:
         std::filesystem::remove_all(trashFolder);
         std::filesystem::create_directories(home.toStdString() + "/row");
     }
-    ~XdgTrashTest() override { std::filesystem::remove_all(home.toStdString() + "/row"); }
+    // Qt itself cannot remove all of these names.
+    ~XdgTrashTest() override
+    {
+        for (const std::string &folder :
+             {home.toStdString() + "/row", home.toStdString() + "/elsewhere", trashFolder})
+            std::filesystem::remove_all(folder);
+    }
 
     static FileStamp stamp(const QByteArray &path)
     {
