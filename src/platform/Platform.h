@@ -8,11 +8,14 @@ class Appearance;
 class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
+class Elevation;
+class FileRemoval;
 class FolderWatch;
 class GlobalHotkey;
 class IconSource;
 class RecentDocuments;
 class ResidualRoots;
+class Trash;
 class WindowEffects;
 
 /// All services of the running desktop, each behind its interface. `main` makes one and owns it.
@@ -32,6 +35,9 @@ struct Platform
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
     std::shared_ptr<const ResidualRoots> residualRoots; ///< Shared with scans that still run.
+    std::unique_ptr<FileRemoval> fileRemoval;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<Elevation> elevation;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

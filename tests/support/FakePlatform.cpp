@@ -26,6 +26,9 @@ FakePlatform::FakePlatform()
     , appearance(make<FakeAppearance>(services.appearance))
     , windowEffects(make<FakeWindowEffects>(services.windowEffects))
     , hotkey(make<FakeGlobalHotkey>(services.hotkey))
+    , fileRemoval(make<FakeFileRemoval>(services.fileRemoval))
+    , trash(make<FakeTrash>(services.trash))
+    , elevation(make<FakeElevation>(services.elevation))
 {
 }
 

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeRemoval.h"
 
 namespace quillbay::testing {
 
@@ -21,6 +22,9 @@ struct FakePlatform
     FakeAppearance *appearance = nullptr;
     FakeWindowEffects *windowEffects = nullptr;
     FakeGlobalHotkey *hotkey = nullptr;
+    FakeFileRemoval *fileRemoval = nullptr;
+    FakeTrash *trash = nullptr;
+    FakeElevation *elevation = nullptr;
 };
 
 } // namespace quillbay::testing

@@ -11,6 +11,9 @@
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
 #include "platform/linux/uninstalling/LinuxResidualRoots.h"
+#include "platform/linux/uninstalling/removal/HandleFileRemoval.h"
+#include "platform/linux/uninstalling/removal/PkexecElevation.h"
+#include "platform/linux/uninstalling/removal/XdgTrash.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
 
 #include <utility>
@@ -44,6 +47,9 @@ Platform createPlatform()
     platform.hotkey = chooseGlobalHotkey(sessionBus());
     platform.residualRoots = std::make_shared<LinuxResidualRoots>(LinuxBaseFolders::fromEnvironment(),
                                                                   ApplicationEnvironment::fromEnvironment());
+    platform.fileRemoval = std::make_unique<HandleFileRemoval>();
+    platform.trash = std::make_unique<XdgTrash>();
+    platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
     return platform;
 }
 
