@@ -7,6 +7,7 @@
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
+#include "platform/PackageManager.h"
 #include "platform/RecentDocuments.h"
 #include "platform/WindowEffects.h"
 

@@ -11,6 +11,7 @@ class ApplicationSource;
 class FolderWatch;
 class GlobalHotkey;
 class IconSource;
+class PackageManager;
 class RecentDocuments;
 class WindowEffects;
 
@@ -30,6 +31,7 @@ struct Platform
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
+    std::unique_ptr<PackageManager> packages;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
 #include "support/FakeDesktop.h"
+#include "support/FakePackageManager.h"
 
 namespace quillbay::testing {
 
@@ -21,6 +22,7 @@ struct FakePlatform
     FakeAppearance *appearance = nullptr;
     FakeWindowEffects *windowEffects = nullptr;
     FakeGlobalHotkey *hotkey = nullptr;
+    FakePackageManager *packages = nullptr;
 };
 
 } // namespace quillbay::testing

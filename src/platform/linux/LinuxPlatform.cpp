@@ -10,6 +10,7 @@
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/packages/LinuxPackageManager.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
 
 #include <utility>
@@ -41,6 +42,7 @@ Platform createPlatform()
     platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());
+    platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
     return platform;
 }
 
