@@ -14,10 +14,11 @@ struct PackageAnswer
     explicit operator bool() const { return error.isEmpty(); }
 };
 
+/// A failure stays one where nobody gave a reason for it.
 template <typename Value>
 PackageAnswer<Value> packageError(const QString &error)
 {
-    return {{}, error};
+    return {{}, error.isEmpty() ? QStringLiteral("the package manager gave no reason") : error};
 }
 
 } // namespace quillbay::platform

@@ -118,7 +118,8 @@ void PackageKitTransaction::stop(End end, const QString &text)
         return;
     m_isStopped = true;
     m_end = end;
-    m_text = text;
+    m_text =
+        text.isEmpty() && end != End::Succeeded ? QStringLiteral("the package service gave no reason") : text;
     m_loop.quit();
 }
 
@@ -141,7 +142,7 @@ void PackageKitTransaction::onErrorCode(quint32 code, const QString &details)
 
 void PackageKitTransaction::onFinished(quint32 exit, quint32)
 {
-    const QString text = m_text.isEmpty() ? QStringLiteral("the package service failed") : m_text;
+    const QString text = m_text;
     if (exit == exitSuccess && m_errorCode == 0)
         stop(End::Succeeded);
     else if (m_errorCode == errorNotAuthorised)
