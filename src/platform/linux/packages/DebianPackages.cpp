@@ -116,11 +116,13 @@ PackageAnswer<QList<PackageFacts>> DebianPackages::facts(const QStringList &name
 
 PackageAnswer<SimulatedRemoval> DebianPackages::simulate(const Package &package) const
 {
-    // The lists are compared later, which "no longer needed" packages must not make longer.
+    // Packages that are merely no longer needed stay. Essential ones are listed here, for the rules to refuse
+    // what would take them, instead of apt with a riddle.
     const PackageToolResult result =
         runPackageTool(m_surroundings.tool(QStringLiteral("apt-get")),
                        {QStringLiteral("--simulate"), QStringLiteral("--yes"), QStringLiteral("-o"),
-                        QStringLiteral("APT::Get::AutomaticRemove=false"), QStringLiteral("remove"),
+                        QStringLiteral("APT::Get::AutomaticRemove=false"), QStringLiteral("-o"),
+                        QStringLiteral("APT::Get::allow-remove-essential=true"), QStringLiteral("remove"),
                         QStringLiteral("--"), package.id},
                        m_surroundings.simulationLimit);
     if (!result.exitedWith(0))

@@ -100,6 +100,9 @@ LinuxPackageManager::Plan LinuxPackageManager::plan(const Package &package, Pack
         return {unknown(QStringLiteral("that is no name of a package")), {}, false};
     if (!package.canBeRemoved)
         return {unknown(QStringLiteral("its package manager cannot be asked")), {}, false};
+    if (package.isEssential)
+        return {
+            {Verdict::Refused, {}, {}, QStringLiteral("the system needs %1").arg(package.name)}, {}, false};
     switch (package.kind) {
     case PackageKind::Flatpak:
         return {m_flatpak.simulate(package, data), {package.id}, false};
@@ -167,8 +170,6 @@ RemovalResult LinuxPackageManager::remove(const PackageRemoval &removal)
     case Verdict::Allowed:
         break;
     }
-    if (removal.package.isEssential)
-        return {RemovalOutcome::Refused, QStringLiteral("the system needs %1").arg(removal.package.name)};
     if (sorted(now.preview.packages) != sorted(removal.approved))
         return {RemovalOutcome::Changed,
                 QStringLiteral("other packages would be removed now than those that were approved")};
