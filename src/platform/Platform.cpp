@@ -9,6 +9,7 @@
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
+#include "platform/PackageManager.h"
 #include "platform/RecentDocuments.h"
 #include "platform/ResidualRoots.h"
 #include "platform/Trash.h"

@@ -13,6 +13,7 @@ class FileRemoval;
 class FolderWatch;
 class GlobalHotkey;
 class IconSource;
+class PackageManager;
 class RecentDocuments;
 class ResidualRoots;
 class Trash;
@@ -38,6 +39,7 @@ struct Platform
     std::unique_ptr<FileRemoval> fileRemoval;
     std::unique_ptr<Trash> trash;
     std::unique_ptr<Elevation> elevation;
+    std::unique_ptr<PackageManager> packages;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

@@ -29,6 +29,7 @@ FakePlatform::FakePlatform()
     , fileRemoval(make<FakeFileRemoval>(services.fileRemoval))
     , trash(make<FakeTrash>(services.trash))
     , elevation(make<FakeElevation>(services.elevation))
+    , packages(make<FakePackageManager>(services.packages))
 {
 }
 

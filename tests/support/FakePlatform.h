@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
 #include "support/FakeDesktop.h"
+#include "support/FakePackageManager.h"
 #include "support/FakeRemoval.h"
 
 namespace quillbay::testing {
@@ -25,6 +26,7 @@ struct FakePlatform
     FakeFileRemoval *fileRemoval = nullptr;
     FakeTrash *trash = nullptr;
     FakeElevation *elevation = nullptr;
+    FakePackageManager *packages = nullptr;
 };
 
 } // namespace quillbay::testing

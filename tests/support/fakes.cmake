@@ -2,6 +2,7 @@
 add_library(quillbay_test_fakes STATIC
   FakeApplications.h FakeApplications.cpp
   FakeDesktop.h FakeDesktop.cpp
+  FakePackageManager.h FakePackageManager.cpp
   FakePlatform.h FakePlatform.cpp
   FakeRemoval.h FakeRemoval.cpp)
 target_include_directories(quillbay_test_fakes PUBLIC ${CMAKE_SOURCE_DIR}/tests)

@@ -10,6 +10,7 @@
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/packages/LinuxPackageManager.h"
 #include "platform/linux/uninstalling/LinuxResidualRoots.h"
 #include "platform/linux/uninstalling/removal/HandleFileRemoval.h"
 #include "platform/linux/uninstalling/removal/PkexecElevation.h"
@@ -50,6 +51,7 @@ Platform createPlatform()
     platform.fileRemoval = std::make_unique<HandleFileRemoval>();
     platform.trash = std::make_unique<XdgTrash>();
     platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
+    platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
     return platform;
 }
 
