@@ -103,7 +103,7 @@ GridView {
         width: root.columns.columnWidth
         height: root.cellHeight - root.rowSpacing
         focused: GridView.isCurrentItem && root.activeFocus
-        passing: standstill.running
+        passing: root.isPassing
         targeted: drops.target !== "" && drops.target === path
         onLaunched: root.launched()
         onContextMenuRequested: (x, y) => tileMenu.popUpFor(this, x, y)
@@ -130,10 +130,15 @@ GridView {
         }
     }
 
-    onContentYChanged: standstill.restart()
+    property bool isPassing: false
+    onContentYChanged: {
+        isPassing = true;
+        standstill.restart();
+    }
     Timer {
         id: standstill
         interval: 80
+        onTriggered: root.isPassing = false
     }
     FocusRing {
         parent: root.currentItem

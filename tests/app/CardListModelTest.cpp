@@ -107,6 +107,24 @@ TEST_F(CardListModelTest, CardsStayThroughOrderAndNames)
     EXPECT_EQ(changed.count(), 1);
 }
 
+TEST_F(CardListModelTest, CardsOfAnotherWorkspaceTakeTheirPlaces)
+{
+    make("Mine");
+    make("Yours");
+    library.workspaces->createWorkspace(QStringLiteral("Second"), {}, {});
+    const QUuid first = library.workspaces->workspaces().first().id;
+    library.workspaces->setActiveWorkspaceID(library.workspaces->workspaces().last().id);
+    make("Other");
+    ASSERT_TRUE(becomes(*cards, "add:() folder:Other() category:Office(Ada Cut) category:Games(Bix)"));
+    const QSignalSpy removed(cards.get(), &QAbstractItemModel::rowsRemoved);
+    const QSignalSpy inserted(cards.get(), &QAbstractItemModel::rowsInserted);
+    library.workspaces->setActiveWorkspaceID(first);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cards->count() == 5; })) << shown(*cards).toStdString();
+    EXPECT_EQ(removed.count(), 0);
+    ASSERT_EQ(inserted.count(), 1) << "one more than there were";
+    EXPECT_EQ(inserted.first().at(1).toInt(), inserted.first().at(2).toInt());
+}
+
 TEST_F(CardListModelTest, AnExpandedCardIsShownWhileThereIsSomethingToShow)
 {
     make("Mine");
@@ -116,8 +134,8 @@ TEST_F(CardListModelTest, AnExpandedCardIsShownWhileThereIsSomethingToShow)
     library.finder->hideApp(library.app(QStringLiteral("Bix")));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !expanded.isExpanded(); }));
     library.finder->unhideApp(library.app(QStringLiteral("Bix")));
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return expanded.isExpanded() && expanded.title() == QStringLiteral("Games"); }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return expanded.isExpanded() && expanded.title() == QStringLiteral("Games"); }));
 
     library.finder->addAppToFolder(library.app(QStringLiteral("Ada")), folder("Mine"));
     expanded.expandFolder(uuidString(folder("Mine").id));
