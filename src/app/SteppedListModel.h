@@ -47,7 +47,7 @@ private:
     void begin(const ListStep &step);
     void end(const ListStep &step);
     std::vector<ListStep> replacementOfMiddle(const QList<Item> &items) const;
-    static void keepReplacedRows(std::vector<ListStep> &steps);
+    void replaceInPlace(std::vector<ListStep> &steps, const QList<Item> &items);
     /// Rows of the new list that were there before and looked otherwise.
     std::vector<int> rowsOfNewLook(const std::vector<ListStep> &steps, const QList<Item> &items) const;
 
@@ -74,7 +74,7 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
     const auto found = listSteps(m_items, items, mostSteps);
     std::vector<ListStep> steps = found ? *found : replacementOfMiddle(items);
     if (m_replacesInPlace)
-        keepReplacedRows(steps);
+        replaceInPlace(steps, items);
     const std::vector<int> newLooks = rowsOfNewLook(steps, items);
     for (size_t i = 0; i < steps.size(); ++i) {
         begin(steps[i]);
@@ -110,12 +110,15 @@ std::vector<int> SteppedListModel<Item>::rowsOfNewLook(const std::vector<ListSte
 }
 
 template <typename Item>
-void SteppedListModel<Item>::keepReplacedRows(std::vector<ListStep> &steps)
+void SteppedListModel<Item>::replaceInPlace(std::vector<ListStep> &steps, const QList<Item> &items)
 {
     if (steps.size() != 2 || steps[0].kind != ListStep::Kind::Remove ||
         steps[1].kind != ListStep::Kind::Insert || steps[0].row != steps[1].row)
         return;
+    const int first = steps[0].row;
     const int kept = std::min(steps[0].count, steps[1].count);
+    std::copy_n(items.cbegin() + steps[1].target, kept, m_items.begin() + first);
+    Q_EMIT this->dataChanged(this->index(first), this->index(first + kept - 1));
     for (ListStep &step : steps) {
         step.row += kept;
         step.count -= kept;
