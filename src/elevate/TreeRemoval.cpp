@@ -60,7 +60,8 @@ private:
         const auto mount = mountOf(m_folder.get());
         if (!mark || !mount)
             return Outcome::failed(errno);
-        if (*mount != m_mount)
+        const std::uint64_t device = m_levels.empty() ? mark->device : m_levels.front().mark.device;
+        if (*mount != m_mount || mark->device != device)
             return {Status::Mounted, 0};
         auto names = namesIn(m_folder.get());
         if (!names)

@@ -48,7 +48,7 @@ TEST_F(PutBack, EverythingIsAsItWas)
 {
     HostileTree tree(211, outside.toStdString());
     elevate();
-    for (int round = 0; round < 200; ++round) {
+    for (int round = 0; round < 100; ++round) {
         SCOPED_TRACE(round);
         if (round % 5 == 0)
             breakTrash();

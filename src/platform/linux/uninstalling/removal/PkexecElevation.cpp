@@ -75,6 +75,8 @@ void PkexecElevation::run(const ElevatedCommand &command, Finished finished)
     // pkexec refuses to run at all for a shell that the system does not list.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("SHELL"));
+    // Its own words are read; those of the question are in the language of whoever shows it.
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     process->setProcessEnvironment(environment);
     process->setWorkingDirectory(QStringLiteral("/"));
     process->setStandardInputFile(QProcess::nullDevice());
