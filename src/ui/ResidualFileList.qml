@@ -49,24 +49,30 @@ ListView {
     }
 
     add: Transition {
+        id: coming
         EaseOut {
             property: "opacity"
             from: 0
             to: 1
             duration: 200 * Theme.motion
         }
+        EaseOut {
+            property: "y"
+            from: coming.ViewTransition.destination.y - coming.ViewTransition.item.height
+            duration: 200 * Theme.motion
+        }
     }
     remove: Transition {
-        ParallelAnimation {
-            EaseOut {
-                property: "opacity"
-                to: 0
-                duration: 200 * Theme.motion
-            }
-            EaseOut {
-                property: "y"
-                duration: 200 * Theme.motion
-            }
+        id: going
+        EaseOut {
+            property: "opacity"
+            to: 0
+            duration: 200 * Theme.motion
+        }
+        EaseOut {
+            property: "y"
+            to: going.ViewTransition.item.y - going.ViewTransition.item.height
+            duration: 200 * Theme.motion
         }
     }
     removeDisplaced: Transition {

@@ -28,7 +28,11 @@ Item {
         active: root.flow.hasPackageQuestion
         sourceComponent: AlertSheet {
             title: qsTr("Remove Package")
-            message: [root.flow.packageText, root.flow.packageTrashNote, root.flow.packageDataFolder].filter(text => text !== "").join("\n")
+            message: {
+                const folder = root.flow.packageDataFolder;
+                const data = folder === "" ? [] : [qsTr("Its data in %1 goes too.").arg(folder)];
+                return [root.flow.packageText, ...data, root.flow.packageTrashNote].join("\n");
+            }
             items: root.flow.packagesToRemove
             confirmText: qsTr("Remove")
             dismissText: qsTr("Keep")

@@ -1,7 +1,8 @@
+#include "uninstaller/Uninstaller.h"
+
 #include "support/FakePackageManager.h"
 #include "ui/ScreenTest.h"
 #include "uninstaller/ResidualFixture.h"
-#include "uninstaller/Uninstaller.h"
 
 #include <QFile>
 #include <QTest>
@@ -9,15 +10,10 @@
 namespace quillbay::testing {
 namespace {
 
-class MadeAccess final : public platform::FullDiskAccess
+platform::FileResult notPermitted()
 {
-public:
-    bool isGranted = true;
-    int openCount = 0;
-
-    bool hasAccess() const override { return isGranted; }
-    void openSystemSettings() override { ++openCount; }
-};
+    return {platform::FileResult::Outcome::NotPermitted, QStringLiteral("Permission denied")};
+}
 
 /// Acme is a file in its user's home, with preferences, a cache and a log.
 class UninstallerTest : public ScreenTest
@@ -32,12 +28,7 @@ protected:
         cache = tree.folder("~/.cache/acme");
         tree.file("~/.cache/acme/x", 1'400);
         tree.file("~/.cache/acme/y", 1'000);
-        models.reset();
-        uninstaller = std::make_unique<Uninstaller>(UninstallerServices{
-            tree.roots, packages, {}, *fakes.fileRemoval, *fakes.trash, admin, access,
-            library.home.filePath(QStringLiteral("receipts"))});
-        models = std::make_unique<ScreenModels>(*viewModel, *library.workspaces, library.notifications,
-                                                *uninstaller);
+        useUninstaller(tree.roots, packages);
     }
     ~UninstallerTest() override
     {
@@ -99,9 +90,8 @@ protected:
     AppItem app;
     QByteArray preferences;
     QByteArray cache;
-    MadeAccess access;
     FakePlatform &fakes = library.fakes;
-    AdminPrivileges admin{*fakes.elevation};
+    FakeFullDiskAccess &access = *fakes.fullDiskAccess;
     std::shared_ptr<FakePackageManager> packages = std::make_shared<FakePackageManager>();
 };
 
@@ -110,9 +100,9 @@ TEST_F(UninstallerTest, TheGateOpensBySystemSettingsAlone)
     access.isGranted = false;
     open("File Access Required");
     EXPECT_TRUE(find("Size of the selection: Zero KB"));
-    EXPECT_EQ(access.openCount, 0);
+    EXPECT_EQ(access.openings, 0);
     click("Open Settings");
-    EXPECT_EQ(access.openCount, 1);
+    EXPECT_EQ(access.openings, 1);
     EXPECT_FALSE(find("Found items"));
     access.isGranted = true;
     EXPECT_TRUE(shows("Found items"));
@@ -176,7 +166,8 @@ TEST_F(UninstallerTest, ALockedRowIsSelectedOnlyWithAllOthers)
     open();
     EXPECT_TRUE(find("Selected: 2"));
     const auto *row = QAccessible::queryAccessibleInterface(await("Acme"));
-    EXPECT_TRUE(row->text(QAccessible::Description).contains(QStringLiteral("Requires administrator access")));
+    EXPECT_TRUE(
+        row->text(QAccessible::Description).contains(QStringLiteral("Requires administrator access")));
     click("Acme");
     find("Found items")->forceActiveFocus(Qt::TabFocusReason);
     press(Qt::Key_Space);
@@ -237,7 +228,7 @@ TEST_F(UninstallerTest, WhatWentToTheTrashCanBePutBack)
 
 TEST_F(UninstallerTest, WhereNothingWentTheListStaysAndAMessageTellsWhy)
 {
-    fakes.trash->failure = [](const QByteArray &) { return platform::FileResult::failure(EACCES); };
+    fakes.trash->failure = [](const QByteArray &) { return notPermitted(); };
     open();
     click("Move to Trash");
     EXPECT_TRUE(shows("Cannot Delete Files"));
@@ -255,7 +246,7 @@ TEST_F(UninstallerTest, WhatCouldNotGoIsNamedInTheResult)
     fakes.trash->failure = [this](const QByteArray &path) -> std::optional<platform::FileResult> {
         if (path == preferences)
             return std::nullopt;
-        return platform::FileResult::failure(EACCES);
+        return notPermitted();
     };
     open();
     click("Move to Trash");
@@ -272,7 +263,8 @@ TEST_F(UninstallerTest, APackageGoesOnlyWhenItsRemovalWasApproved)
     click("acme, Debian package");
     click("Move to Trash");
     ASSERT_TRUE(shows("Remove Package"));
-    EXPECT_EQ(shown(QAccessible::ListItem), (QStringList{QStringLiteral("acme"), QStringLiteral("acme-data")}));
+    EXPECT_EQ(shown(QAccessible::ListItem),
+              (QStringList{QStringLiteral("acme"), QStringLiteral("acme-data")}));
     answer("Keep");
     EXPECT_TRUE(shows("Cannot Delete Files"));
     answer("OK");
@@ -301,7 +293,7 @@ TEST_F(UninstallerTest, TheMenuOfATileOpensItAndTheKeyboardComesBack)
     press(Qt::Key_Escape);
     EXPECT_TRUE(waitFor([&] { return !viewModel->appToUninstall(); }));
     EXPECT_TRUE(isGone("Uninstall Ada"));
-    EXPECT_TRUE(waitFor([&] { return find("Search apps") && find("Search apps")->hasActiveFocus(); }));
+    EXPECT_TRUE(waitFor([&] { return find("Search Apps...") && find("Search Apps...")->hasActiveFocus(); }));
 }
 
 } // namespace
