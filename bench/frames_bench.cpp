@@ -18,6 +18,7 @@
 #include "ui/QmlSingletons.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
+#include "uninstaller/Uninstaller.h"
 
 #include <QAbstractListModel>
 #include <QOffscreenSurface>
@@ -486,7 +487,17 @@ void measure(int rounds, QByteArrayView part)
     Theme theme(appearance, effects);
     QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, library.preferences);
     {
-        Screens screens(viewModel, *library.workspaces, library.notifications);
+        const FakePlatform &fakes = library.fakes;
+        AdminPrivileges admin(*fakes.elevation);
+        Uninstaller uninstaller({nullptr,
+                                 nullptr,
+                                 {},
+                                 *fakes.fileRemoval,
+                                 *fakes.trash,
+                                 admin,
+                                 *fakes.fullDiskAccess,
+                                 library.home.path()});
+        Screens screens(viewModel, *library.workspaces, library.notifications, uninstaller);
         QQuickWindow *window = screens.window();
         if (!window)
             stop("the screens could not be loaded");

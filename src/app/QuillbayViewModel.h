@@ -48,6 +48,10 @@ class QuillbayViewModel : public ObservableObject
     Q_PROPERTY(
         bool isHiddenUnlocked READ isHiddenUnlocked WRITE setIsHiddenUnlocked NOTIFY isHiddenUnlockedChanged)
 
+    /// Its path; empty for nobody, as is a path that is not in the library.
+    Q_PROPERTY(QString appToUninstall READ appToUninstallPath WRITE setAppToUninstallPath NOTIFY
+                   appToUninstallChanged)
+
 public:
     /// Starts the first scan and the folder watch. The library and the launcher must outlive this object.
     QuillbayViewModel(AppFinder &appFinder, platform::ApplicationLauncher &launcher,
@@ -76,6 +80,8 @@ public:
     /// Whom the uninstaller is open for.
     const std::optional<AppItem> &appToUninstall() const { return m_appToUninstall; }
     void setAppToUninstall(const std::optional<AppItem> &app);
+    QString appToUninstallPath() const { return m_appToUninstall ? m_appToUninstall->path : QString(); }
+    void setAppToUninstallPath(const QString &path);
     /// The hidden list has been opened. Never stored: every start begins with it locked.
     bool isHiddenUnlocked() const { return m_isHiddenUnlocked; }
     void setIsHiddenUnlocked(bool unlocked);

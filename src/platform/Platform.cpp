@@ -7,6 +7,7 @@
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
 #include "platform/PackageManager.h"

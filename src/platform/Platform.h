@@ -11,6 +11,7 @@ class ApplicationSource;
 class Elevation;
 class FileRemoval;
 class FolderWatch;
+class FullDiskAccess;
 class GlobalHotkey;
 class IconSource;
 class PackageManager;
@@ -40,6 +41,7 @@ struct Platform
     std::unique_ptr<Trash> trash;
     std::unique_ptr<Elevation> elevation;
     std::unique_ptr<PackageManager> packages;
+    std::unique_ptr<FullDiskAccess> fullDiskAccess;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

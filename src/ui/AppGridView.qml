@@ -174,6 +174,10 @@ FocusScope {
         active: ViewModel.showingAppPicker
         source: "AppPickerView.qml"
     }
+    Loader {
+        active: ViewModel.appToUninstall !== ""
+        source: "UninstallerSheet.qml"
+    }
 
     Connections {
         target: Notifications

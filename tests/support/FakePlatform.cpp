@@ -30,6 +30,7 @@ FakePlatform::FakePlatform()
     , trash(make<FakeTrash>(services.trash))
     , elevation(make<FakeElevation>(services.elevation))
     , packages(make<FakePackageManager>(services.packages))
+    , fullDiskAccess(make<FakeFullDiskAccess>(services.fullDiskAccess))
 {
 }
 

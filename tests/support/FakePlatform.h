@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeFullDiskAccess.h"
 #include "support/FakePackageManager.h"
 #include "support/FakeRemoval.h"
 
@@ -27,6 +28,7 @@ struct FakePlatform
     FakeTrash *trash = nullptr;
     FakeElevation *elevation = nullptr;
     FakePackageManager *packages = nullptr;
+    FakeFullDiskAccess *fullDiskAccess = nullptr;
 };
 
 } // namespace quillbay::testing

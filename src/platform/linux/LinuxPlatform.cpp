@@ -11,6 +11,7 @@
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
 #include "platform/linux/packages/LinuxPackageManager.h"
+#include "platform/linux/uninstalling/FlatpakFileAccess.h"
 #include "platform/linux/uninstalling/LinuxResidualRoots.h"
 #include "platform/linux/uninstalling/removal/HandleFileRemoval.h"
 #include "platform/linux/uninstalling/removal/PkexecElevation.h"
@@ -52,6 +53,7 @@ Platform createPlatform()
     platform.trash = std::make_unique<XdgTrash>();
     platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
     platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
+    platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
     return platform;
 }
 
