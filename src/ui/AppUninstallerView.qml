@@ -20,9 +20,16 @@ FocusScope {
     component StagePlace: Loader {
         id: stagePlace
 
+        required property string file
         property bool present: false
         property real response: 0.5
         property real shown: present ? 1 : 0
+
+        function show() {
+            setSource(file, {
+                flow: root.flow
+            });
+        }
 
         anchors {
             left: parent.left
@@ -30,14 +37,35 @@ FocusScope {
             top: divider.bottom
             bottom: parent.bottom
         }
-        active: present || shown > 0
         enabled: present
         opacity: Math.max(0, Math.min(1, shown))
+        onPresentChanged: {
+            if (present)
+                show();
+        }
+        onShownChanged: {
+            if (!present && shown <= 0)
+                source = "";
+        }
+        Component.onCompleted: {
+            if (present)
+                show();
+        }
 
         Behavior on shown {
             SpringMotion {
                 response: stagePlace.response
                 dampingFraction: 0.8
+            }
+        }
+        Connections {
+            target: stagePlace.item
+            ignoreUnknownSignals: true
+            function onDismissed() {
+                root.dismissed();
+            }
+            function onPermanentRequested() {
+                alerts.showPermanentDeleteAlert = true;
             }
         }
     }
@@ -65,33 +93,21 @@ FocusScope {
     }
 
     StagePlace {
+        file: "AccessGate.qml"
         present: root.stage === UninstallerFlow.CheckingAccess
-        sourceComponent: AccessGate {
-            flow: root.flow
-            onDismissed: root.dismissed()
-        }
     }
     StagePlace {
+        file: "UninstallScanning.qml"
         present: root.stage === UninstallerFlow.Scanning
-        sourceComponent: UninstallScanning {
-            flow: root.flow
-        }
     }
     StagePlace {
+        file: "UninstallReview.qml"
         present: root.stage === UninstallerFlow.Review
-        sourceComponent: UninstallReview {
-            flow: root.flow
-            onDismissed: root.dismissed()
-            onPermanentRequested: alerts.showPermanentDeleteAlert = true
-        }
     }
     StagePlace {
+        file: "UninstallDone.qml"
         present: root.stage === UninstallerFlow.Done
         response: 0.6
-        sourceComponent: UninstallDone {
-            flow: root.flow
-            onDismissed: root.dismissed()
-        }
     }
     UninstallAlerts {
         id: alerts

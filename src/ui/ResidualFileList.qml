@@ -1,4 +1,5 @@
-pragma ComponentBehavior: Bound
+// Not bound: this version of Qt makes no section heading of a bound component.
+pragma ComponentBehavior: Unbound
 
 import QtQuick
 import Quillbay.Ui

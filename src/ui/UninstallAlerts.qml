@@ -11,42 +11,82 @@ Item {
 
     property bool showPermanentDeleteAlert: false
 
-    Loader {
-        active: root.showPermanentDeleteAlert
-        sourceComponent: AlertSheet {
-            title: qsTr("Permanently Delete Files")
-            message: qsTr("This will permanently delete %1 items (%2). This cannot be undone.").arg(root.flow.selectedCount).arg(root.flow.formattedTotalSize)
-            confirmText: qsTr("Permanently Delete")
-            onConfirmed: {
-                root.showPermanentDeleteAlert = false;
-                root.flow.deletePermanently();
+    function packageMessage(): string {
+        const folder = flow.packageDataFolder;
+        const data = folder === "" ? [] : [qsTr("Its data in %1 goes too.").arg(folder)];
+        return [flow.packageText, ...data, flow.packageTrashNote].join("\n");
+    }
+
+    component Alert: Loader {
+        id: alert
+
+        required property bool wanted
+
+        signal confirmed
+        signal dismissed
+
+        function ask(texts: var) {
+            setSource("AlertSheet.qml", texts);
+        }
+
+        onWantedChanged: {
+            if (!wanted)
+                source = "";
+        }
+
+        Connections {
+            target: alert.item
+            ignoreUnknownSignals: true
+            function onConfirmed() {
+                alert.confirmed();
             }
-            onDismissed: root.showPermanentDeleteAlert = false
+            function onDismissed() {
+                alert.dismissed();
+            }
         }
     }
-    Loader {
-        active: root.flow.hasPackageQuestion
-        sourceComponent: AlertSheet {
-            title: qsTr("Remove Package")
-            message: {
-                const folder = root.flow.packageDataFolder;
-                const data = folder === "" ? [] : [qsTr("Its data in %1 goes too.").arg(folder)];
-                return [root.flow.packageText, ...data, root.flow.packageTrashNote].join("\n");
-            }
-            items: root.flow.packagesToRemove
-            confirmText: qsTr("Remove")
-            dismissText: qsTr("Keep")
-            onConfirmed: root.flow.approve()
-            onDismissed: root.flow.decline()
+
+    Alert {
+        wanted: root.showPermanentDeleteAlert
+        onWantedChanged: {
+            if (wanted)
+                ask({
+                    title: qsTr("Permanently Delete Files"),
+                    message: qsTr("This will permanently delete %1 items (%2). This cannot be undone.").arg(root.flow.selectedCount).arg(root.flow.formattedTotalSize),
+                    confirmText: qsTr("Permanently Delete")
+                });
         }
+        onConfirmed: {
+            root.showPermanentDeleteAlert = false;
+            root.flow.deletePermanently();
+        }
+        onDismissed: root.showPermanentDeleteAlert = false
     }
-    Loader {
-        active: root.flow.showPermissionError
-        sourceComponent: AlertSheet {
-            title: qsTr("Cannot Delete Files")
-            message: root.flow.permissionErrorMessage
-            dismissText: qsTr("OK")
-            onDismissed: root.flow.dismissPermissionError()
+    Alert {
+        wanted: root.flow.hasPackageQuestion
+        onWantedChanged: {
+            if (wanted)
+                ask({
+                    title: qsTr("Remove Package"),
+                    message: root.packageMessage(),
+                    items: root.flow.packagesToRemove,
+                    confirmText: qsTr("Remove"),
+                    dismissText: qsTr("Keep")
+                });
         }
+        onConfirmed: root.flow.approve()
+        onDismissed: root.flow.decline()
+    }
+    Alert {
+        wanted: root.flow.showPermissionError
+        onWantedChanged: {
+            if (wanted)
+                ask({
+                    title: qsTr("Cannot Delete Files"),
+                    message: root.flow.permissionErrorMessage,
+                    dismissText: qsTr("OK")
+                });
+        }
+        onDismissed: root.flow.dismissPermissionError()
     }
 }

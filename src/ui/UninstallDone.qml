@@ -16,7 +16,8 @@ Item {
         anchors.centerIn: parent
         anchors.verticalCenterOffset: -12
         width: parent.width
-        spacing: 32
+        // Both texts at once leave less room.
+        spacing: root.flow.errorCount > 0 && root.flow.putBackText !== "" ? 16 : 32
 
         Item {
             anchors.horizontalCenter: parent.horizontalCenter
@@ -69,15 +70,12 @@ Item {
                 Accessible.name: text
             }
         }
-        Loader {
+        UninstallErrors {
             x: 40
             width: parent.width - 80
-            active: root.flow.errorCount > 0
-            visible: active
-            sourceComponent: UninstallErrors {
-                count: root.flow.errorCount
-                messages: root.flow.errors
-            }
+            visible: count > 0
+            count: root.flow.errorCount
+            messages: root.flow.errors
         }
         Text {
             x: 40
