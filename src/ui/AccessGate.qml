@@ -67,7 +67,7 @@ Item {
             width: Math.min(steps.width + 32, parent.width - 80)
             height: steps.height + 32
             radius: 14
-            color: Theme.material("ultraThin", Theme.dark, false)
+            color: Theme.dark ? Theme.fade(Theme.primary, 0.06) : Theme.material("ultraThin", false, false)
 
             Column {
                 id: steps

@@ -19,7 +19,7 @@ Rectangle {
     // What is below is drawn by the window itself, where nothing can blur it.
     color: {
         const material = Theme.material("ultraThin", Theme.dark, false);
-        const ground = Theme.material("sidebar", Theme.dark, false);
+        const ground = Theme.mix(Theme.material("sidebar", Theme.dark, false), "white", Theme.dark ? 0.08 : 0);
         return Theme.fade(Theme.mix(ground, Qt.rgba(material.r, material.g, material.b, 1), material.a), 0.97);
     }
 

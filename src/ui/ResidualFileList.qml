@@ -35,6 +35,7 @@ ListView {
             row.toggle();
     }
 
+    // qmllint disable unqualified
     section {
         property: "category"
         labelPositioning: ViewSection.InlineLabels | ViewSection.CurrentLabelAtStart
@@ -48,6 +49,7 @@ ListView {
         focused: ListView.isCurrentItem && root.activeFocus
         onToggled: root.flow.toggle(rowId)
     }
+    // qmllint enable unqualified
 
     add: Transition {
         id: coming

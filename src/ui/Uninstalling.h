@@ -1,12 +1,13 @@
 #pragma once
 
+#include "uninstaller/UninstallerFlow.h"
+
 #include <QObject>
 
 namespace quillbay {
 
 class QuillbayViewModel;
 class Uninstaller;
-class UninstallerFlow;
 
 /// Begins what the uninstaller's sheet shows. Thread: main thread.
 class Uninstalling : public QObject
