@@ -82,7 +82,7 @@ void QuillbayViewModel::setAppToUninstallPath(const QString &path)
 {
     const qsizetype index = m_appFinder.index().ofPath(path);
     if (index >= 0)
-        setAppToUninstall(m_appFinder.apps()[index]);
+        setAppToUninstall(AppItem(m_appFinder.apps()[index]));
     else
         setAppToUninstall({});
 }
