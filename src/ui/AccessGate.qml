@@ -19,16 +19,18 @@ Item {
         spacing: 28
 
         PictureItem {
+            id: glow
+            readonly property real ratio: Screen.devicePixelRatio
             anchors.horizontalCenter: parent.horizontalCenter
             width: 160
             height: 160
-            picture: Artwork.glow(160, Theme.fade("#5E5CE6", 0.3), Screen.devicePixelRatio)
+            picture: Artwork.glow(160, Theme.fade("#5E5CE6", 0.3), ratio)
 
             PictureItem {
                 anchors.centerIn: parent
                 width: 80
                 height: 80
-                picture: Artwork.symbol("lock.shield.fill", 64, width, "#5E5CE6", "#BF5AF2", Screen.devicePixelRatio)
+                picture: Artwork.symbol("lock.shield.fill", 64, width, "#5E5CE6", "#BF5AF2", glow.ratio)
             }
         }
         Text {

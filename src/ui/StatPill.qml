@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! A figure and what it counts. */

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! What stays, and why. */
@@ -10,7 +9,7 @@ Rectangle {
 
     /*! Of all that stays; the messages are those shown. */
     required property int count
-    required property list<string> messages
+    required property var messages
 
     implicitHeight: column.height + 24
     radius: 10
