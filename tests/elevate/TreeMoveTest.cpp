@@ -14,6 +14,11 @@ using namespace ::quillbay::testing;
 class TreeMove : public FileTest
 {
 protected:
+    TreeMove()
+        : FileTest(quickPlace())
+    {
+    }
+
     Outcome move(const std::string &from, const std::string &to) const
     {
         return moveTree(entry(from), entry(to), mark(from));
@@ -76,7 +81,6 @@ TEST_F(TreeMove, BetweenFileSystemsTheCopyIsWholeOrThereIsNone)
 {
     const std::string other = folder + "/other";
     std::filesystem::create_directory(other);
-    const bool isRoot = geteuid() == 0; // Outside: in there everybody is, for their own files alone.
     const auto answer = inMountNamespace([&]() -> std::string {
         if (!mountAt({}, other))
             return "cannot mount";
@@ -89,7 +93,7 @@ TEST_F(TreeMove, BetweenFileSystemsTheCopyIsWholeOrThereIsNone)
             if (std::filesystem::is_regular_file(std::filesystem::symlink_status(from)) &&
                 std::filesystem::hard_link_count(from) == 1) {
                 chmod(from.c_str(), mode_t(0400 + tree.number(0377)));
-                if (isRoot && lchown(from.c_str(), 1234, 4321) != 0)
+                if (geteuid() == 0 && lchown(from.c_str(), 1234, 4321) != 0)
                     return "cannot give it away";
             }
             const TreeSnapshot moved = relative(from);

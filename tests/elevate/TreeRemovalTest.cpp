@@ -17,6 +17,11 @@ using namespace ::quillbay::testing;
 
 class TreeRemoval : public FileTest
 {
+protected:
+    TreeRemoval()
+        : FileTest(quickPlace())
+    {
+    }
 };
 
 // Folders in each other far beyond what a path can name.
