@@ -4,6 +4,10 @@
 #include "elevate/MountTable.h"
 #include "support/MountNamespace.h"
 
+#include <atomic>
+#include <thread>
+
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/xattr.h>
 
@@ -75,6 +79,44 @@ TEST_F(TreeMove, AnotherFileThanTheOneMeantStays)
     EXPECT_EQ(move(rows + "/folder", rows + "/folder/in").status, Status::Failed);
     std::filesystem::remove(rows + "/folder");
     EXPECT_EQ(difference(before, snapshotOf(rows)), "");
+}
+
+// Somebody makes a file of the destination's name in the very moment.
+TEST_F(TreeMove, WhatAppearsWhileItWorksIsNotOverwritten)
+{
+    const std::string to = rows + "/to";
+    std::atomic<int> round = 0;
+    std::atomic<int> madeIn = 0;
+    std::atomic<int> triedIn = 0;
+    constexpr int rounds = 4000;
+    std::jthread maker([&] {
+        for (int now = 1; now <= rounds; ++now) {
+            while (round < now) {
+            }
+            const Descriptor file(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+            if (file)
+                madeIn = now;
+            triedIn = now;
+        }
+    });
+    int moved = 0;
+    int lost = 0;
+    for (int now = 1; now <= rounds; ++now) {
+        writeFile(rows + "/from", "x");
+        const Entry source = entry(rows + "/from");
+        const Entry target = entry(to);
+        const FileMark file = mark(rows + "/from");
+        round = now;
+        const bool isMoved = moveTree(source, target, file).done();
+        while (triedIn < now) {
+        }
+        moved += isMoved;
+        lost += isMoved && madeIn == now;
+        std::filesystem::remove(to);
+    }
+    maker.join();
+    EXPECT_EQ(lost, 0);
+    EXPECT_GT(moved, 0);
 }
 
 TEST_F(TreeMove, BetweenFileSystemsTheCopyIsWholeOrThereIsNone)
