@@ -4,6 +4,10 @@
 #include "elevate/MountTable.h"
 #include "support/MountNamespace.h"
 
+#include <atomic>
+#include <thread>
+
+#include <fcntl.h>
 #include <sys/mount.h>
 #include <sys/xattr.h>
 
@@ -14,6 +18,11 @@ using namespace ::quillbay::testing;
 class TreeMove : public FileTest
 {
 protected:
+    TreeMove()
+        : FileTest(quickPlace())
+    {
+    }
+
     Outcome move(const std::string &from, const std::string &to) const
     {
         return moveTree(entry(from), entry(to), mark(from));
@@ -72,11 +81,48 @@ TEST_F(TreeMove, AnotherFileThanTheOneMeantStays)
     EXPECT_EQ(difference(before, snapshotOf(rows)), "");
 }
 
+// Somebody makes a file of the destination's name in the very moment.
+TEST_F(TreeMove, WhatAppearsWhileItWorksIsNotOverwritten)
+{
+    const std::string to = rows + "/to";
+    std::atomic<int> round = 0;
+    std::atomic<int> madeIn = 0;
+    std::atomic<int> triedIn = 0;
+    constexpr int rounds = 4000;
+    std::jthread maker([&] {
+        for (int now = 1; now <= rounds; ++now) {
+            while (round < now) {
+            }
+            const Descriptor file(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+            if (file)
+                madeIn = now;
+            triedIn = now;
+        }
+    });
+    int moved = 0;
+    int lost = 0;
+    for (int now = 1; now <= rounds; ++now) {
+        writeFile(rows + "/from", "x");
+        const Entry source = entry(rows + "/from");
+        const Entry target = entry(to);
+        const FileMark file = mark(rows + "/from");
+        round = now;
+        const bool isMoved = moveTree(source, target, file).done();
+        while (triedIn < now) {
+        }
+        moved += isMoved;
+        lost += isMoved && madeIn == now;
+        std::filesystem::remove(to);
+    }
+    maker.join();
+    EXPECT_EQ(lost, 0);
+    EXPECT_GT(moved, 0);
+}
+
 TEST_F(TreeMove, BetweenFileSystemsTheCopyIsWholeOrThereIsNone)
 {
     const std::string other = folder + "/other";
     std::filesystem::create_directory(other);
-    const bool isRoot = geteuid() == 0; // Outside: in there everybody is, for their own files alone.
     const auto answer = inMountNamespace([&]() -> std::string {
         if (!mountAt({}, other))
             return "cannot mount";
@@ -89,7 +135,7 @@ TEST_F(TreeMove, BetweenFileSystemsTheCopyIsWholeOrThereIsNone)
             if (std::filesystem::is_regular_file(std::filesystem::symlink_status(from)) &&
                 std::filesystem::hard_link_count(from) == 1) {
                 chmod(from.c_str(), mode_t(0400 + tree.number(0377)));
-                if (isRoot && lchown(from.c_str(), 1234, 4321) != 0)
+                if (geteuid() == 0 && lchown(from.c_str(), 1234, 4321) != 0)
                     return "cannot give it away";
             }
             const TreeSnapshot moved = relative(from);

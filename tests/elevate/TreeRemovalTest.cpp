@@ -4,8 +4,8 @@
 #include "elevate/MountTable.h"
 #include "support/MountNamespace.h"
 
-#include <atomic>
 #include <fstream>
+#include <stop_token>
 #include <thread>
 
 #include <fcntl.h>
@@ -17,6 +17,19 @@ using namespace ::quillbay::testing;
 
 class TreeRemoval : public FileTest
 {
+protected:
+    TreeRemoval()
+        : FileTest(quickPlace())
+    {
+    }
+
+    /// However often something else comes in between.
+    static void clear(const std::string &path)
+    {
+        std::error_code error;
+        while (exists(path))
+            std::filesystem::remove_all(path, error);
+    }
 };
 
 // Folders in each other far beyond what a path can name.
@@ -112,41 +125,74 @@ TEST_F(TreeRemoval, AWayThroughALinkIsNoWay)
     EXPECT_EQ(withoutLinks(rows + "/nowhere/x"), "");
 }
 
-// Somebody swaps folders in the row for links to outside, and back, as fast as they can while it is removed.
+// Somebody swaps a folder in the row with a link to outside, and back, as fast as they can while it is
+// removed.
 TEST_F(TreeRemoval, SwapsWhileItWorksLeadNowhere)
 {
     const std::string row = rows + "/row";
-    std::atomic<bool> isOver = false;
-    std::thread swapper([&] {
-        const std::string inner = row + "/inner/folder";
-        const std::string link = rows + "/link";
-        while (!isOver) {
-            std::error_code error;
-            std::filesystem::create_directory_symlink(outside, link, error);
+    const std::string link = rows + "/link";
+    std::jthread swapper([&](const std::stop_token &stop) {
+        const std::string inner = row + "/folder";
+        while (!stop.stop_requested())
             static_cast<void>(renameat2(AT_FDCWD, inner.c_str(), AT_FDCWD, link.c_str(), RENAME_EXCHANGE));
-            std::filesystem::remove_all(link, error);
-        }
     });
     int removed = 0;
-    for (int i = 0; i < 400; ++i) {
-        // Made aside, since what makes it follows links.
+    for (int i = 0; i < 4000; ++i) {
+        // Without a row there is nothing to swap but by a call that has found its folders already.
+        clear(link);
+        std::filesystem::create_directory_symlink(outside, link);
         const std::string made = rows + "/made";
-        std::filesystem::create_directories(made + "/inner/folder/more");
-        for (int file = 0; file < 5; ++file)
-            writeFile(made + "/inner/folder/file" + std::to_string(file), "x");
+        std::filesystem::create_directories(made + "/folder/more");
+        writeFile(made + "/folder/file", "x");
         std::filesystem::rename(made, row);
         removed += removeTree(entry(row), mark(row)).done();
-        if (exists(row))
-            std::filesystem::rename(row, rows + "/rest" + std::to_string(i));
-        if (const std::string what = damage(); !what.empty()) {
-            ADD_FAILURE() << what;
-            break;
+        if (exists(row)) {
+            std::filesystem::rename(row, made);
+            clear(made);
         }
+        if (!exists(outside + "/folder/deeper/file0") || !exists(outside + "/file1"))
+            break;
     }
-    isOver = true;
+    swapper.request_stop();
     swapper.join();
     EXPECT_EQ(damage(), "");
     EXPECT_GT(removed, 0);
+}
+
+// Somebody moves the folder that is just being emptied to where the names beside it exist as well.
+TEST_F(TreeRemoval, AFolderThatIsMovedAwayTakesNothingWithIt)
+{
+    const std::string row = rows + "/row";
+    const std::string moved = outside + "/more";
+    std::jthread mover([&](const std::stop_token &stop) {
+        while (!stop.stop_requested())
+            static_cast<void>(rename((row + "/folder/more").c_str(), moved.c_str()));
+    });
+    int changed = 0;
+    for (int i = 0; i < 1500; ++i) {
+        const std::string made = rows + "/made";
+        std::filesystem::create_directories(made + "/folder");
+        const auto makeFiles = [&](int from) {
+            for (int number = from; number < from + 2; ++number)
+                writeFile(made + "/folder/file" + std::to_string(number), "x");
+        };
+        // Before and after the folder, in whatever order the names are read.
+        makeFiles(0);
+        std::filesystem::create_directory(made + "/folder/more");
+        for (int number = 0; number < 30; ++number)
+            writeFile(made + "/folder/more/" + std::to_string(number), "x");
+        makeFiles(2);
+        const FileMark mine = mark(made);
+        const Entry place = entry(row);
+        std::filesystem::rename(made, row);
+        changed += removeTree(place, mine).status == Status::Changed;
+        clear(row);
+        clear(moved);
+    }
+    mover.request_stop();
+    mover.join();
+    EXPECT_EQ(damage(), "");
+    EXPECT_GT(changed, 0);
 }
 
 TEST_F(TreeRemoval, AMountIsNeverEntered)

@@ -26,8 +26,8 @@ bool enterNamespace()
         if (unshare(CLONE_NEWNS | CLONE_NEWUSER) != 0)
             return false;
         std::ofstream("/proc/self/setgroups") << "deny";
-        std::ofstream("/proc/self/uid_map") << "0 " + user + " 1";
-        std::ofstream("/proc/self/gid_map") << "0 " + group + " 1";
+        std::ofstream("/proc/self/uid_map") << user + ' ' + user + " 1";
+        std::ofstream("/proc/self/gid_map") << group + ' ' + group + " 1";
     }
     return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
 }

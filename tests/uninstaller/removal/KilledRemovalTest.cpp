@@ -18,8 +18,8 @@ using testing::TreeSnapshot;
 
 namespace {
 
-constexpr int rowCount = 60;
-constexpr int fileCount = 20;
+constexpr int rowCount = 30;
+constexpr int fileCount = 10;
 
 class KilledRemoval : public RemovalTest
 {
@@ -76,7 +76,7 @@ private:
 
 TEST_F(KilledRemoval, ForGoodWhatIsLeftIsUntouchedAndTheRestIsOnRecord)
 {
-    for (const int moment : {0, 1, 7, 20, 40}) {
+    for (const int moment : {0, 1, 7, 20}) {
         SCOPED_TRACE(moment);
         killAfter("permanent", moment);
         EXPECT_EQ(changes(), "");
@@ -107,7 +107,7 @@ TEST_F(KilledRemoval, ToTheTrashEveryRowIsInOnePlaceAndWhole)
 {
     if (!hasTrash())
         GTEST_SKIP() << "GIO does not trash in the folder for temporary files: this was NOT tested";
-    for (const int moment : {0, 3, 30}) {
+    for (const int moment : {0, 3, 15}) {
         SCOPED_TRACE(moment);
         killAfter("trash", moment);
         EXPECT_EQ(changes(), "");
