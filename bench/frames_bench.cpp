@@ -497,7 +497,8 @@ void measure(int rounds, QByteArrayView part)
                                  admin,
                                  *fakes.fullDiskAccess,
                                  library.home.path()});
-        Screens screens(viewModel, *library.workspaces, library.notifications, uninstaller);
+        ScreenTypes types;
+        Screens screens(types, viewModel, *library.workspaces, library.notifications, uninstaller);
         QQuickWindow *window = screens.window();
         if (!window)
             stop("the screens could not be loaded");

@@ -60,6 +60,7 @@ Arguments parse(int argc, char **argv)
 
 int run(QGuiApplication &application, platform::ApplicationService &service, bool show)
 {
+    ScreenTypes types;
     platform::Platform platform = platform::createPlatform();
     AppIconLoader::setSource(platform.icons.get());
     QObject::connect(platform.appearance.get(), &platform::Appearance::iconThemeChanged, &application,
@@ -78,7 +79,7 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
                              admin,
                              *platform.fullDiskAccess,
                              ReceiptStore::defaultFolder()});
-    Screens screens(app.viewModel(), workspaces, notifications, uninstaller);
+    Screens screens(types, app.viewModel(), workspaces, notifications, uninstaller);
     if (!screens.window())
         return 1;
     app.finishLaunching(*screens.window(), show);

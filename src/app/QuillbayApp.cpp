@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/MainWindow.h"
 #include "foundation/Console.h"
+#include "library/AppIconLoader.h"
 #include "platform/Appearance.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationSource.h"
@@ -13,9 +14,11 @@
 #include "platform/RecentDocuments.h"
 #include "platform/WindowEffects.h"
 
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 
@@ -27,6 +30,13 @@ namespace {
 constexpr int tileIconEdge = 80;
 /// From the first painted grid to the fetching of icons that it does not show.
 constexpr std::chrono::seconds prefetchDelay(2);
+/// As many as a window of usual size shows.
+constexpr int firstTiles = 48;
+
+int tileIconPixels(qreal ratio)
+{
+    return int(std::lround(tileIconEdge * ratio));
+}
 
 } // namespace
 
@@ -41,6 +51,8 @@ QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationServ
                    preferences, workspaces, notifications})
     , m_viewModel(m_appFinder, *platform.launcher, preferences)
 {
+    connect(&m_appFinder, &AppFinder::scanFinished, this, &QuillbayApp::firstScanFinished,
+            Qt::SingleShotConnection);
 }
 
 QuillbayApp::~QuillbayApp() = default;
@@ -50,32 +62,42 @@ void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
     m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
-    announceFirstGrid(window);
+    m_window = &window;
+    if (m_hasScanned)
+        announceFirstGrid();
     m_appDelegate->applicationDidFinishLaunching(show);
 }
 
-void QuillbayApp::announceFirstGrid(const QQuickWindow &window)
+void QuillbayApp::firstScanFinished()
 {
-    connect(
-        &m_appFinder, &AppFinder::scanFinished, this,
-        [this, &window] {
-            m_mainWindow->whenPainted([this, &window] {
-                printLine(QStringLiteral("🗂️ Showing %1 applications")
-                              .arg(m_viewModel.filteredApps()->count()));
-                // The icons of the first picture have the machine to themselves.
-                QTimer::singleShot(prefetchDelay, this, [this, &window] {
-                    fetchIconsFor(window);
-                    connect(&window, &QWindow::screenChanged, this,
-                            [this, &window] { fetchIconsFor(window); });
-                });
-            });
-        },
-        Qt::SingleShotConnection);
+    m_hasScanned = true;
+    if (m_window) {
+        announceFirstGrid();
+        return;
+    }
+    // The window is still being made. It will want these at once.
+    QStringList paths;
+    const AppListModel &apps = *m_viewModel.filteredApps();
+    for (int row = 0; row < std::min(apps.count(), firstTiles); ++row)
+        paths.append(apps.index(row).data(AppListModel::PathRole).toString());
+    AppIconLoader::readAhead(paths, tileIconPixels(qGuiApp->devicePixelRatio()));
 }
 
-void QuillbayApp::fetchIconsFor(const QQuickWindow &window)
+void QuillbayApp::announceFirstGrid()
 {
-    m_appFinder.setIconPixelSize(int(std::lround(tileIconEdge * window.effectiveDevicePixelRatio())));
+    m_mainWindow->whenPainted([this] {
+        printLine(QStringLiteral("🗂️ Showing %1 applications").arg(m_viewModel.filteredApps()->count()));
+        // The icons of the first picture have the machine to themselves.
+        QTimer::singleShot(prefetchDelay, this, [this] {
+            fetchIcons();
+            connect(m_window, &QWindow::screenChanged, this, &QuillbayApp::fetchIcons);
+        });
+    });
+}
+
+void QuillbayApp::fetchIcons()
+{
+    m_appFinder.setIconPixelSize(tileIconPixels(m_window->effectiveDevicePixelRatio()));
 }
 
 } // namespace quillbay

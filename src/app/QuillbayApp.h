@@ -44,8 +44,9 @@ public:
     void finishLaunching(QQuickWindow &window, bool show);
 
 private:
-    void announceFirstGrid(const QQuickWindow &window);
-    void fetchIconsFor(const QQuickWindow &window);
+    void firstScanFinished();
+    void announceFirstGrid();
+    void fetchIcons();
 
     platform::Platform &m_platform;
     platform::ApplicationService &m_service;
@@ -53,6 +54,8 @@ private:
     NotificationCenter &m_notifications;
     AppFinder m_appFinder;
     QuillbayViewModel m_viewModel;
+    bool m_hasScanned = false;
+    QQuickWindow *m_window = nullptr;
     std::unique_ptr<MainWindow> m_mainWindow;
     std::unique_ptr<AppDelegate> m_appDelegate;
 };

@@ -68,6 +68,11 @@ void AppIconLoader::prefetchIcons(const QStringList &paths, int pixelSize)
     AppIconReader::instance().prefetch(paths, pixelSize);
 }
 
+void AppIconLoader::readAhead(const QStringList &paths, int pixelSize)
+{
+    AppIconReader::instance().readAhead(paths, pixelSize);
+}
+
 QImage AppIconLoader::getGenericAppIcon(int pixelSize)
 {
     return AppIconReader::instance().genericIcon(pixelSize);

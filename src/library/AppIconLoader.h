@@ -52,6 +52,10 @@ public:
     /// keep the generic icon meanwhile.
     static void prefetchIcons(const QStringList &paths, int pixelSize);
 
+    /// Reads what the cache does not have of `paths`, in that order, as if tiles waited for it: for those
+    /// that are about to be made.
+    static void readAhead(const QStringList &paths, int pixelSize);
+
     /// The icon of "some application"; one shared image for each size.
     static QImage getGenericAppIcon(int pixelSize);
 

@@ -83,7 +83,23 @@ void AppIconReader::read(const AppIconKey &key, AppIconLoader *loader)
     m_wishes.insert(loader, key);
     std::vector<QPointer<AppIconLoader>> &waiting = m_waiting[key];
     waiting.emplace_back(loader);
-    if (waiting.size() > 1 || m_inProgress.contains(key))
+    if (waiting.size() == 1)
+        enqueue(key);
+}
+
+void AppIconReader::readAhead(const QStringList &paths, int pixelSize)
+{
+    const QMutexLocker lock(&m_mutex);
+    for (const QString &path : paths) {
+        const AppIconKey key{path, pixelSize};
+        if (pixelSize > 0 && !m_cache.contains(key))
+            enqueue(key);
+    }
+}
+
+void AppIconReader::enqueue(const AppIconKey &key)
+{
+    if (m_inProgress.contains(key) || std::find(m_queue.cbegin(), m_queue.cend(), key) != m_queue.cend())
         return;
     m_queue.push_back(key);
     startWorker(Urgency::Visible);

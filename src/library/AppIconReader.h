@@ -56,6 +56,7 @@ public:
     void read(const AppIconKey &key, AppIconLoader *loader);
     /// `loader` waits no longer.
     void forget(AppIconLoader *loader);
+    void readAhead(const QStringList &paths, int pixelSize);
     void prefetch(const QStringList &paths, int pixelSize);
     QImage genericIcon(int pixelSize);
     void setSource(const platform::IconSource *source);
@@ -89,6 +90,7 @@ private:
     ~AppIconReader();
 
     Work &work(Urgency urgency) { return urgency == Urgency::Visible ? m_visible : m_prefetch; }
+    void enqueue(const AppIconKey &key);                              ///< With the mutex held.
     void startWorker(Urgency urgency);                                ///< With the mutex held.
     void startPrefetching();                                          ///< With the mutex held.
     void run(Urgency urgency);                                        ///< On a pool's thread.

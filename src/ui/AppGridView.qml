@@ -19,8 +19,11 @@ FocusScope {
     /*! Closed to the eye: a password guards the hidden list, and it has not been given. */
     readonly property bool isLocked: selection === "hidden" && !ViewModel.isHiddenUnlocked && ViewModel.isSecurityPasswordSet()
 
+    /*! Before the window has its size every layout would be made for another. */
+    readonly property bool isSized: content.width > 0 && content.height > 0
+
     readonly property string layout: {
-        if (isLoading)
+        if (isLoading || !isSized)
             return "loading";
         if (isLocked)
             return "locked";
@@ -40,8 +43,16 @@ FocusScope {
             header.searchField.requestFocus();
     }
 
+    /*! What stands first does not fade in. */
+    property bool isReady: false
+    /*! There has been a picture of it. */
+    property bool isPainted: false
+    Component.onCompleted: isReady = true
+
     readonly property string workspace: Workspaces.shownId
     onWorkspaceChanged: {
+        if (!isReady)
+            return;
         appearance.stop();
         workspaceAppearance.restart();
     }
@@ -53,7 +64,8 @@ FocusScope {
             header.searchField.requestFocus();
     }
     onSelectionChanged: {
-        appearance.restart();
+        if (isReady)
+            appearance.restart();
         if (!isBrowsing)
             focusSearch();
     }
@@ -154,7 +166,8 @@ FocusScope {
 
     Presence {
         anchors.fill: content
-        present: root.isLoading
+        // What the first picture can already do without is never seen.
+        present: root.isLoading && root.isPainted
         source: "ModernLoadingView.qml"
     }
 
@@ -186,6 +199,13 @@ FocusScope {
         }
         function onQuillbaySearchFocusRequested() {
             root.focusSearch();
+        }
+    }
+    Connections {
+        target: root.hostWindow
+        enabled: !root.isPainted
+        function onFrameSwapped() {
+            root.isPainted = true;
         }
     }
     Connections {

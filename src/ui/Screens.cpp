@@ -3,6 +3,7 @@
 #include "ui/QmlSingletons.h"
 #include "ui/vocabulary/Symbols.h"
 
+#include <QEventLoop>
 #include <QQuickWindow>
 
 // Written by the build from the classes of the module. Nothing else refers to it, and a linker takes from a
@@ -39,21 +40,37 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
 
 ScreenModels::~ScreenModels() = default;
 
-Screens::Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
+ScreenTypes::ScreenTypes()
+    : m_content(&m_engine)
+{
+    m_content.loadUrl(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/ContentView.qml")),
+                      QQmlComponent::Asynchronous);
+    // Before there is any text: a font that comes later has all of it laid out anew.
+    Symbols::family(SymbolFace::Regular);
+}
+
+ScreenTypes::~ScreenTypes() = default;
+
+Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
                  NotificationCenter &notifications, Uninstaller &uninstaller)
     : m_models(viewModel, workspaces, notifications, uninstaller)
 {
-    // Before there is any text: a font that comes later has all of it laid out anew.
-    Symbols::family(SymbolFace::Regular);
-    m_engine.load(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/ContentView.qml")));
+    QQmlComponent &content = types.m_content;
+    if (content.isLoading()) {
+        QEventLoop loop;
+        QObject::connect(&content, &QQmlComponent::statusChanged, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    m_content.reset(content.create());
+    for (const QQmlError &error : content.errors())
+        qWarning("%s", qUtf8Printable(error.toString()));
 }
 
 Screens::~Screens() = default;
 
 QQuickWindow *Screens::window() const
 {
-    const QObjectList roots = m_engine.rootObjects();
-    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow *>(roots.first());
+    return qobject_cast<QQuickWindow *>(m_content.get());
 }
 
 } // namespace quillbay

@@ -11,6 +11,9 @@
 #include "ui/Uninstalling.h"
 
 #include <QQmlApplicationEngine>
+#include <QQmlComponent>
+
+#include <memory>
 
 class QQuickWindow;
 
@@ -45,24 +48,44 @@ private:
     Uninstalling m_uninstalling;
 };
 
-/// The engine with all screens loaded. Loads `ContentView` and hands its window out, not shown yet.
+/// What the screens are made of, read on the engine's own thread as soon as this exists: make it early, and
+/// do something else meanwhile.
 ///
-/// Needs the `Theme`, and like it must not outlive what it is given. Thread: main thread; one at a time.
+/// Thread: main thread; one at a time.
+class ScreenTypes
+{
+public:
+    ScreenTypes();
+    ~ScreenTypes();
+    ScreenTypes(const ScreenTypes &) = delete;
+    ScreenTypes &operator=(const ScreenTypes &) = delete;
+
+private:
+    friend class Screens;
+
+    QQmlApplicationEngine m_engine;
+    QQmlComponent m_content;
+};
+
+/// All screens. Makes `ContentView` and hands its window out, not shown yet.
+///
+/// Making it takes turns of the event loop where the types have not all been read yet. Needs the `Theme`, and
+/// like it must not outlive what it is given. Thread: main thread; one at a time.
 class Screens
 {
 public:
-    Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces, NotificationCenter &notifications,
-            Uninstaller &uninstaller);
+    Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
+            NotificationCenter &notifications, Uninstaller &uninstaller);
     ~Screens();
     Screens(const Screens &) = delete;
     Screens &operator=(const Screens &) = delete;
 
-    /// Null when the screens could not be loaded; the engine has then printed why.
+    /// Null when the screens could not be loaded; why has been printed then.
     QQuickWindow *window() const;
 
 private:
     ScreenModels m_models;
-    QQmlApplicationEngine m_engine;
+    std::unique_ptr<QObject> m_content;
 };
 
 } // namespace quillbay
