@@ -1,17 +1,17 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Ui
 
-/*! Makes a menu when it is first asked for and opens it below an item. */
+/*! Makes a menu when it is first asked for and opens it below an item. What makes menus speaks to them without naming their
+    type: whatever is named is read before the first picture. */
 Loader {
     id: root
 
-    readonly property bool open: item ? (item as PanelMenu).visible : false
+    readonly property var menu: item
+    readonly property bool open: menu ? menu.visible : false
 
     function popUpBelow(anchor: Item) {
         active = true;
-        const menu = item as PanelMenu;
         menu.popup(anchor, 0, anchor.height + 4);
     }
 

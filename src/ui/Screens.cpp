@@ -3,7 +3,9 @@
 #include "ui/QmlSingletons.h"
 #include "ui/vocabulary/Symbols.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
+#include <QOpenGLContext>
 #include <QQuickWindow>
 
 // Written by the build from the classes of the module. Nothing else refers to it, and a linker takes from a
@@ -43,6 +45,7 @@ ScreenModels::~ScreenModels() = default;
 ScreenTypes::ScreenTypes()
     : m_content(&m_engine)
 {
+    QObject::connect(&m_engine, &QQmlEngine::exit, qApp, &QCoreApplication::exit, Qt::QueuedConnection);
     m_content.loadUrl(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/ContentView.qml")),
                       QQmlComponent::Asynchronous);
     // Before there is any text: a font that comes later has all of it laid out anew.
@@ -55,6 +58,9 @@ Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceMana
                  NotificationCenter &notifications, Uninstaller &uninstaller)
     : m_models(viewModel, workspaces, notifications, uninstaller)
 {
+    // The window would ask it first thing; the graphics driver takes as long to load as the types.
+    if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
+        QOpenGLContext::supportsThreadedOpenGL();
     QQmlComponent &content = types.m_content;
     if (content.isLoading()) {
         QEventLoop loop;

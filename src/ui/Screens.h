@@ -10,8 +10,8 @@
 #include "app/WorkspaceListModel.h"
 #include "ui/Uninstalling.h"
 
-#include <QQmlApplicationEngine>
 #include <QQmlComponent>
+#include <QQmlEngine>
 
 #include <memory>
 
@@ -63,7 +63,7 @@ public:
 private:
     friend class Screens;
 
-    QQmlApplicationEngine m_engine;
+    QQmlEngine m_engine;
     QQmlComponent m_content;
 };
 

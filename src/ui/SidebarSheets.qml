@@ -40,14 +40,13 @@ Item {
     function openPopover(file: string, row: FolderRow) {
         popover.setSource(file, {
             folderId: row.folderId,
-            parent: row,
-            side: Popover.Side.Right
+            parent: row
         });
-        (popover.item as Popover).open();
+        popover.panel.open();
     }
     function closePopover() {
-        if (popover.item)
-            (popover.item as Popover).close();
+        if (popover.panel)
+            popover.panel.close();
     }
 
     Loader {
@@ -67,5 +66,6 @@ Item {
     }
     Loader {
         id: popover
+        readonly property var panel: item
     }
 }

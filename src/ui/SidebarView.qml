@@ -45,7 +45,7 @@ Item {
         }
         onMenuRequested: {
             workspaceMenu.active = true;
-            (workspaceMenu.item as WorkspaceMenu).popUpAbove(switcher);
+            workspaceMenu.menu.popUpAbove(switcher);
         }
     }
 
@@ -54,15 +54,16 @@ Item {
     }
     Loader {
         id: folderMenu
-        readonly property FolderMenu menu: item as FolderMenu
+        readonly property var menu: item
         active: false
         source: "FolderMenu.qml"
         onLoaded: menu.sheets = sheets
     }
     Loader {
         id: workspaceMenu
+        readonly property var menu: item
         active: false
         source: "WorkspaceMenu.qml"
-        onLoaded: (item as WorkspaceMenu).sheets = sheets
+        onLoaded: menu.sheets = sheets
     }
 }

@@ -7,9 +7,10 @@ import Quillbay.Ui
 Loader {
     id: root
 
+    readonly property var menu: item
+
     function popUpFor(tile: AppItemView, x: real, y: real) {
         active = true;
-        const menu = item as TileMenu;
         menu.popUpFor(tile);
         menu.popup(tile, x, y);
     }
