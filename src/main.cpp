@@ -73,7 +73,7 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     AdminPrivileges admin(*platform.elevation);
     Uninstaller uninstaller({platform.residualRoots,
                              std::move(platform.packages),
-                             {},
+                             platform.runToolElevated,
                              *platform.fileRemoval,
                              *platform.trash,
                              admin,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/PackageManager.h"
+
 #include <memory>
 
 namespace quillbay::platform {
@@ -14,7 +16,6 @@ class FolderWatch;
 class FullDiskAccess;
 class GlobalHotkey;
 class IconSource;
-class PackageManager;
 class RecentDocuments;
 class ResidualRoots;
 class Trash;
@@ -41,6 +42,7 @@ struct Platform
     std::unique_ptr<Trash> trash;
     std::unique_ptr<Elevation> elevation;
     std::unique_ptr<PackageManager> packages;
+    ElevatedRun runToolElevated; ///< For those package managers that need it.
     std::unique_ptr<FullDiskAccess> fullDiskAccess;
 };
 

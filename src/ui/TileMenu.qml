@@ -73,4 +73,11 @@ PanelMenu {
         onObjectAdded: (index, object) => folderMenu.insertItem(index, object)
         onObjectRemoved: (index, object) => folderMenu.removeItem(object)
     }
+    PanelMenuSeparator {}
+    PanelMenuItem {
+        text: qsTr("Uninstall App…")
+        destructive: true
+        // In the next turn, when the menu has given the keyboard back.
+        onTriggered: Qt.callLater(path => ViewModel.appToUninstall = path, root.path) // qmllint disable type
+    }
 }

@@ -278,5 +278,23 @@ TEST_F(UninstallerTest, APackageGoesOnlyWhenItsRemovalWasApproved)
     EXPECT_FALSE(find("Put Back"));
 }
 
+TEST_F(UninstallerTest, TheMenuOfATileOpensItAndTheKeyboardComesBack)
+{
+    show("AppGridView { hostWindow: Window.window; isBrowsing: false }");
+    click("Ada", Qt::RightButton);
+    answer("Uninstall App…");
+    EXPECT_TRUE(shows("Uninstall Ada"));
+    EXPECT_TRUE(shows("Found items"));
+    const QQuickItem *sheet = find("Uninstall App");
+    for (int i = 0; i < 12; ++i) {
+        press(Qt::Key_Tab);
+        EXPECT_TRUE(sheet->isAncestorOf(window->activeFocusItem())) << i;
+    }
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(waitFor([&] { return !viewModel->appToUninstall(); }));
+    EXPECT_TRUE(isGone("Uninstall Ada"));
+    EXPECT_TRUE(waitFor([&] { return find("Search Apps...") && find("Search Apps...")->hasActiveFocus(); }));
+}
+
 } // namespace
 } // namespace quillbay::testing

@@ -10,6 +10,7 @@
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/packages/ElevatedTool.h"
 #include "platform/linux/packages/LinuxPackageManager.h"
 #include "platform/linux/uninstalling/FlatpakFileAccess.h"
 #include "platform/linux/uninstalling/LinuxResidualRoots.h"
@@ -53,6 +54,9 @@ Platform createPlatform()
     platform.trash = std::make_unique<XdgTrash>();
     platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
     platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
+    platform.runToolElevated = [](const QStringList &command) {
+        return runToolElevated(PackageSurroundings::ofSession(), command);
+    };
     platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
     return platform;
 }

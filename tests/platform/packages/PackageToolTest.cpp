@@ -1,5 +1,6 @@
 #include "platform/linux/packages/PackageTool.h"
 
+#include "platform/linux/packages/ElevatedTool.h"
 #include "platform/packages/FakeTools.h"
 #include "platform/packages/OnWorker.h"
 
@@ -91,6 +92,34 @@ TEST_F(PackageTool, TellsACrashAndAMissingProgramFromAnAnswer)
     EXPECT_FALSE(missing.exitedWith(0));
     EXPECT_EQ(testing::onWorker([] { return runPackageTool(QStringLiteral("sh"), {}, 30s); }).end,
               End::NotStarted);
+}
+
+TEST_F(PackageTool, ElevatedItTellsTheEndsOfTheQuestionFromThoseOfTheProgram)
+{
+    const QString pkexec = QStringLiteral("pkexec");
+    const auto elevated = [&](const QByteArray &script) {
+        m_tools.script(pkexec, QStringLiteral("--disable-internal-agent"), script);
+        return testing::onWorker([&] {
+            return runToolElevated(
+                m_tools.surroundings(),
+                {QStringLiteral("/usr/bin/dpkg"), QStringLiteral("--remove"), QStringLiteral("$(reboot)")});
+        });
+    };
+    qputenv("SHELL", "/no/such/shell");
+    EXPECT_EQ(elevated("exit 0").outcome, ElevatedOutcome::Done);
+    EXPECT_EQ(m_tools.calls().last(),
+              QStringLiteral("pkexec|--disable-internal-agent|/usr/bin/dpkg|--remove|$(reboot)"));
+    EXPECT_EQ(elevated("test -z \"$SHELL\"").outcome, ElevatedOutcome::Done);
+    EXPECT_EQ(elevated("exit 126").outcome, ElevatedOutcome::Declined);
+    const ElevatedResult nobody = elevated("echo 'No authentication agent found.' >&2; exit 127");
+    EXPECT_EQ(nobody.outcome, ElevatedOutcome::NotAuthorised);
+    EXPECT_EQ(nobody.text, QStringLiteral("No authentication agent found."));
+    const ElevatedResult broken = elevated("echo 'dependency problems' >&2; exit 1");
+    EXPECT_EQ(broken.outcome, ElevatedOutcome::Failed);
+    EXPECT_EQ(broken.text, QStringLiteral("dependency problems"));
+    m_tools.drop(pkexec);
+    EXPECT_EQ(testing::onWorker([&] { return runToolElevated(m_tools.surroundings(), {pkexec}); }).outcome,
+              ElevatedOutcome::NotAuthorised);
 }
 
 TEST(PresentableText, IsOneShortLineWithoutControls)

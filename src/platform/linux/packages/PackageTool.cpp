@@ -24,7 +24,8 @@ public:
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
-        for (const char *name : {"LANGUAGE", "LD_PRELOAD", "LD_LIBRARY_PATH"})
+        // SHELL: pkexec refuses to run at all for one that the system does not list.
+        for (const char *name : {"LANGUAGE", "LD_PRELOAD", "LD_LIBRARY_PATH", "SHELL"})
             environment.remove(QLatin1String(name));
         m_process.setProcessEnvironment(environment);
         m_process.setStandardInputFile(QProcess::nullDevice());
