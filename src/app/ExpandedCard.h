@@ -45,6 +45,12 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// The tiles of one card become those of the next.
+    struct ReplacedApps : AppListModel
+    {
+        ReplacedApps() { setReplacesInPlace(); }
+    };
+
     void update();
     void show(AppListModel *source);
 
@@ -53,7 +59,7 @@ private:
     QString m_expandedFolderID;
     QString m_expandedCategoryName;
     QPointer<AppListModel> m_source;
-    AppListModel m_apps;
+    ReplacedApps m_apps;
     QString m_title;
     QString m_folderId;
 };
