@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QGuiApplication>
+#include <QMetaProperty>
 #include <QPointer>
 #include <QQuickWindow>
 #include <QRunnable>
@@ -30,6 +31,12 @@ QList<QRect> allScreens()
     for (const QScreen *screen : QGuiApplication::screens())
         geometries.append(screen->availableGeometry());
     return geometries;
+}
+
+/// Of the window's own, where it has a sidebar.
+QMetaProperty sidebarWidthOf(const QQuickWindow &window)
+{
+    return window.metaObject()->property(window.metaObject()->indexOfProperty("sidebarWidth"));
 }
 
 bool writePicture(const QImage &picture, const QString &path, QString *reason)
@@ -58,6 +65,9 @@ MainWindow::MainWindow(QQuickWindow &window, platform::WindowEffects &effects, Q
          {&QWindow::xChanged, &QWindow::yChanged, &QWindow::widthChanged, &QWindow::heightChanged})
         connect(&m_window, change, this, &MainWindow::rememberPlacement);
     connect(&m_window, &QWindow::windowStateChanged, this, &MainWindow::rememberPlacement);
+    if (const QMetaProperty sidebar = sidebarWidthOf(m_window); sidebar.hasNotifySignal())
+        connect(&m_window, sidebar.notifySignal(), this,
+                metaObject()->method(metaObject()->indexOfSlot("rememberPlacement()")));
     connect(&m_window, &QWindow::activeChanged, this, [this] {
         if (m_window.isActive())
             Q_EMIT becameKey();
@@ -76,6 +86,8 @@ void MainWindow::setUp(bool launchedBefore)
     const std::optional<WindowPlacement> stored = launchedBefore ? loadPlacement() : std::nullopt;
     m_placement =
         stored ? restoredPlacement(*stored, allScreens()) : firstPlacement(preferredScreen(m_window));
+    if (m_placement.sidebarWidth)
+        sidebarWidthOf(m_window).write(&m_window, *m_placement.sidebarWidth);
     m_window.resize(m_placement.size);
     if (m_placement.position && m_effects.canPlaceWindows())
         m_window.setPosition(*m_placement.position);
@@ -103,6 +115,8 @@ WindowPlacement MainWindow::currentPlacement() const
 {
     WindowPlacement placement = m_placement;
     placement.maximized = m_window.windowState() == Qt::WindowMaximized;
+    if (const QVariant width = sidebarWidthOf(m_window).read(&m_window); width.isValid())
+        placement.sidebarWidth = width.toInt();
     if (m_window.windowState() == Qt::WindowNoState) {
         placement.size = m_window.size();
         placement.position.reset();

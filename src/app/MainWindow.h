@@ -54,8 +54,10 @@ Q_SIGNALS:
     /// The window has the keyboard.
     void becameKey();
 
-private:
+private Q_SLOTS:
     void rememberPlacement();
+
+private:
     void storePlacement();
     WindowPlacement currentPlacement() const;
 

@@ -69,6 +69,8 @@ QByteArray encodePlacement(const WindowPlacement &placement)
         object[QStringLiteral("x")] = placement.position->x();
         object[QStringLiteral("y")] = placement.position->y();
     }
+    if (placement.sidebarWidth)
+        object[QStringLiteral("sidebar")] = *placement.sidebarWidth;
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
@@ -85,6 +87,7 @@ std::optional<WindowPlacement> decodePlacement(const QByteArray &json)
     const std::optional<int> y = coordinate(object[QLatin1String("y")]);
     if (x && y)
         placement.position = QPoint(*x, *y);
+    placement.sidebarWidth = coordinate(object[QLatin1String("sidebar")]);
     return placement;
 }
 

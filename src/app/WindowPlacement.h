@@ -17,6 +17,7 @@ struct WindowPlacement
     QSize size;                     ///< Device-independent pixels.
     std::optional<QPoint> position; ///< Top left; absent where programs cannot place their windows.
     bool maximized = false;
+    std::optional<int> sidebarWidth = {}; ///< Device-independent pixels; absent where nobody has chosen one.
 
     friend bool operator==(const WindowPlacement &, const WindowPlacement &) = default;
 };
@@ -33,7 +34,7 @@ WindowPlacement firstPlacement(const QRect &screen);
 /// places the window.
 WindowPlacement restoredPlacement(WindowPlacement stored, const QList<QRect> &screens);
 
-/// One JSON object: "width", "height", "maximized" and, where known, "x" and "y".
+/// One JSON object: "width", "height", "maximized" and, where known, "x" and "y", and "sidebar".
 QByteArray encodePlacement(const WindowPlacement &placement);
 /// Nothing where the text is not such an object or a number is absurd.
 std::optional<WindowPlacement> decodePlacement(const QByteArray &json);

@@ -8,6 +8,8 @@ import Quillbay.Vocabulary
 Window {
     id: root
 
+    /*! Stored with the window's place. */
+    property int sidebarWidth: divider.ideal
     readonly property bool framed: visibility !== Window.Maximized && visibility !== Window.FullScreen
 
     title: qsTr("Quillbay")
@@ -59,6 +61,8 @@ Window {
         minimum: 220
         ideal: 240
         maximum: 320
+        position: Math.max(minimum, Math.min(maximum, root.sidebarWidth))
+        onMoved: position => root.sidebarWidth = position
     }
 
     Rectangle {

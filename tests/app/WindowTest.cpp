@@ -22,6 +22,18 @@ using quillbay::testing::FakePlatform;
 
 namespace {
 
+class WindowWithSidebar : public QQuickWindow
+{
+    Q_OBJECT
+    Q_PROPERTY(int sidebarWidth MEMBER m_sidebarWidth NOTIFY sidebarWidthChanged)
+
+Q_SIGNALS:
+    void sidebarWidthChanged();
+
+private:
+    int m_sidebarWidth = 240;
+};
+
 class WindowTest : public ::testing::Test
 {
 protected:
@@ -37,7 +49,7 @@ protected:
     FakePlatform fakes;
     FakeApplicationService service;
     NotificationCenter notifications;
-    QQuickWindow window;
+    WindowWithSidebar window;
     MainWindow mainWindow;
     PreferenceStore preferences;
     AppDelegate delegate;
@@ -65,7 +77,7 @@ TEST(WindowPlacement, KeepsAStoredPlaceThatCanBeReached)
 
 TEST(WindowPlacement, SurvivesBadFiles)
 {
-    const WindowPlacement placement{{1000, 700}, QPoint(-5, 8), true};
+    const WindowPlacement placement{{1000, 700}, QPoint(-5, 8), true, 280};
     EXPECT_EQ(decodePlacement(encodePlacement(placement)), placement);
     const WindowPlacement placeless{{1000, 700}, std::nullopt, false};
     EXPECT_EQ(decodePlacement(encodePlacement(placeless)), placeless);
@@ -73,6 +85,7 @@ TEST(WindowPlacement, SurvivesBadFiles)
                              "{\"width\":\"900\",\"height\":600}", "{\"width\":900"})
         EXPECT_FALSE(decodePlacement(text)) << text;
     EXPECT_FALSE(decodePlacement("{\"width\":900,\"height\":600,\"x\":1,\"y\":1e12}")->position);
+    EXPECT_FALSE(decodePlacement("{\"width\":900,\"height\":600,\"sidebar\":\"wide\"}")->sidebarWidth);
 }
 
 TEST_F(WindowTest, FirstLaunchIsRememberedAndTheNextRestores)
@@ -103,6 +116,15 @@ TEST_F(WindowTest, StoresWhereItWasLeft)
         const auto stored = loadPlacement();
         return stored && stored->size == QSize(950, 640);
     }));
+
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    window.setProperty("sidebarWidth", 290);
+    mainWindow.hide();
+    EXPECT_TRUE(QTest::qWaitFor([] { return loadPlacement()->sidebarWidth == 290; }));
+    window.setProperty("sidebarWidth", 240);
+    mainWindow.setUp(true);
+    EXPECT_EQ(window.property("sidebarWidth"), 290);
 }
 
 TEST_F(WindowTest, ClosingHidesAndKeepsTheWindow)
@@ -145,3 +167,5 @@ TEST_F(WindowTest, HandsUrlsOnAndKnowsItsActions)
     EXPECT_FALSE(QFile::exists(refused));
     EXPECT_FALSE(QFile::exists(QStringLiteral("relative.png")));
 }
+
+#include "WindowTest.moc"

@@ -281,5 +281,21 @@ TEST_F(SidebarTest, WorkspacesAreMadeSwitchedEditedAndDeleted)
     EXPECT_TRUE(isGone("Manage"));
 }
 
+TEST_F(SidebarTest, TheSplitterMovesByKeyboardWithinItsLimits)
+{
+    show("SplitDivider { minimum: 220; ideal: 240; maximum: 320; position: 300; height: 600; onMoved: to => "
+         "position = to }");
+    QQuickItem *splitter = await("Sidebar width");
+    splitter->forceActiveFocus(Qt::TabFocusReason);
+    const auto position = [&] { return splitter->property("position").toInt(); };
+    press(Qt::Key_Left);
+    EXPECT_EQ(position(), 292);
+    for (int i = 0; i < 5; ++i)
+        press(Qt::Key_Right);
+    EXPECT_EQ(position(), 320);
+    press(Qt::Key_Return);
+    EXPECT_EQ(position(), 240);
+}
+
 } // namespace
 } // namespace quillbay::testing
