@@ -1,8 +1,8 @@
 #include "platform/linux/applications/ApplicationScan.h"
 
+#include "elevate/Descriptor.h"
 #include "foundation/CollationKey.h"
 #include "platform/linux/applications/DesktopEntryRules.h"
-#include "platform/linux/applications/FileDescriptor.h"
 #include "platform/linux/applications/InformationList.h"
 #include "platform/linux/applications/ScanQueue.h"
 
@@ -33,7 +33,7 @@ public:
     void look(ScanTask &task)
     {
         const ScanBatch &batch = task.batch;
-        const FileDescriptor folder(::open(batch.folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        const elevate::Descriptor folder(::open(batch.folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
         if (!folder)
             return;
         task.found.reserve(batch.names.size());

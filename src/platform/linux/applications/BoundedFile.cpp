@@ -1,6 +1,6 @@
 #include "platform/linux/applications/BoundedFile.h"
 
-#include "platform/linux/applications/FileDescriptor.h"
+#include "elevate/Descriptor.h"
 
 #include <cerrno>
 
@@ -22,7 +22,7 @@ std::optional<std::string_view> BoundedFile::read(int folder, const char *path, 
     if (kind == Kind::Unknown && (::fstatat(folder, path, &status, 0) != 0 || !S_ISREG(status.st_mode)))
         return std::nullopt;
     // Should a pipe have taken the file's place since, opening and reading do not wait for its other end.
-    const FileDescriptor file(::openat(folder, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const elevate::Descriptor file(::openat(folder, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file)
         return std::nullopt;
     size_t size = 0;

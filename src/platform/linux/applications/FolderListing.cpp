@@ -1,6 +1,6 @@
 #include "platform/linux/applications/FolderListing.h"
 
-#include "platform/linux/applications/FileDescriptor.h"
+#include "elevate/Descriptor.h"
 
 #include <QByteArrayView>
 #include <QFile>
@@ -41,7 +41,7 @@ class Folder
 public:
     explicit Folder(const std::string &path)
     {
-        FileDescriptor descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        elevate::Descriptor descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
         if (!descriptor)
             return;
         m_stream.reset(::fdopendir(descriptor.get()));

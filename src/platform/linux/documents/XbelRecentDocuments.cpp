@@ -1,7 +1,7 @@
 #include "platform/linux/documents/XbelRecentDocuments.h"
 
+#include "elevate/Descriptor.h"
 #include "platform/ThreadPriority.h"
-#include "platform/linux/applications/FileDescriptor.h"
 #include "platform/linux/documents/XbelRecord.h"
 
 #include <QDir>
@@ -25,10 +25,10 @@ Q_LOGGING_CATEGORY(log, "quillbay.platform.documents")
 /// The name by which the program would register documents of its own.
 constexpr QLatin1String ownName("quillbay");
 
-FileDescriptor openRecord(const QString &path)
+elevate::Descriptor openRecord(const QString &path)
 {
     // Should a pipe stand in the record's place, opening it does not wait for its other end.
-    return FileDescriptor(
+    return elevate::Descriptor(
         ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
 }
 
@@ -131,7 +131,7 @@ std::optional<XbelRecentDocuments::Stamp> XbelRecentDocuments::stampOf(int descr
 
 XbelRecentDocuments::Answer XbelRecentDocuments::gather(double cutoff, int most) const
 {
-    const FileDescriptor file = openRecord(m_record);
+    const elevate::Descriptor file = openRecord(m_record);
     Answer answer;
     if (file)
         answer.stamp = stampOf(file.get());
@@ -153,7 +153,7 @@ XbelRecentDocuments::Answer XbelRecentDocuments::gather(double cutoff, int most)
 void XbelRecentDocuments::compare()
 {
     m_pool.start([this] {
-        const FileDescriptor file = openRecord(m_record);
+        const elevate::Descriptor file = openRecord(m_record);
         const std::optional<Stamp> stamp = file ? stampOf(file.get()) : std::nullopt;
         QMetaObject::invokeMethod(
             this,
