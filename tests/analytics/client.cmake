@@ -1,0 +1,4 @@
+# The client over a folder of the test's own.
+add_library(quillbay_test_client STATIC ClientFixture.h ClientFixture.cpp)
+target_link_libraries(quillbay_test_client PUBLIC quillbay_test_analytics quillbay_test_main GTest::gtest Qt6::Test
+  PRIVATE quillbay_options)
