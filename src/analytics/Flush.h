@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+class QTimer;
+
 namespace quillbay {
 
 /// The client instance as `Flush` sees it.
@@ -77,16 +79,16 @@ public:
                              const HttpFields &queryItems = {});
 
 private:
-    class Timer;
+    void runWithTimer(std::function<void(QTimer &)> change);
 
     std::weak_ptr<FlushDelegate> m_delegate;
     FlushRequest m_flushRequest;
     const bool m_useGzipCompression;
     std::atomic_bool m_useIPAddressForGeoLocation = true;
-    mutable std::mutex m_mutex; ///< For the next two.
+    mutable std::mutex m_mutex; ///< For what follows.
     double m_flushInterval = 60;
     std::size_t m_flushBatchSize = MaximumBatchSize;
-    std::shared_ptr<Timer> m_timer;
+    QTimer *m_timer = nullptr; ///< Lives on the main thread, and is deleted there.
 };
 
 } // namespace quillbay

@@ -59,7 +59,7 @@ public:
     double networkRequestsAllowedAfterTime() const; ///< Seconds since 1970.
 
 private:
-    void flushRequestHandler(bool isSuccess, const std::optional<std::string> &retryAfter);
+    void updateRetryDelay(bool isSuccess, const std::optional<std::string> &retryAfter);
 
     mutable std::mutex m_mutex; ///< For what follows, `m_surroundings` excepted.
     std::string m_serverURL;

@@ -3,10 +3,13 @@
 #include "analytics/JSONHandler.h"
 #include "analytics/StoredEntity.h"
 #include "foundation/Database.h"
+#include "foundation/Statement.h"
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -62,14 +65,24 @@ public:
     bool deleteRows(PersistenceType type, std::span<const std::int32_t> ids, bool isDeleteAll = false);
     /// Gives every row of the other flag this one.
     bool updateRowsFlag(PersistenceType type, bool newFlag);
-    /// Deletes the oldest rows beyond so many.
-    bool keepNewestRows(PersistenceType type, std::int64_t count);
+    /// Deletes so many of the oldest rows, whatever their flag.
+    bool deleteOldestRows(PersistenceType type, std::int64_t count);
+    /// Nothing where they cannot be counted.
+    std::optional<std::int64_t> rowCount(PersistenceType type);
 
 private:
+    bool isConnected();
+    void enableJournal();
+    void createTable(PersistenceType type);
+    bool execute(const std::string &sql, std::string_view verb, PersistenceType type);
+    bool insert(PersistenceType type, std::string_view data, bool flag);
+    void logSqlError(std::string_view message, const QString &error) const;
+
     QString m_path;
     std::string m_name;
     Clock m_clock;
     Database m_database;
+    std::array<std::optional<Statement>, AllPersistenceTypes.size()> m_inserts; ///< Of `m_database`.
 };
 
 } // namespace quillbay

@@ -6,6 +6,7 @@
 
 #include <QString>
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -112,11 +113,13 @@ private:
     PreferenceStore &suite();
     QString key(const char *base) const;
     QString archivePath(std::string_view kind) const;
-    bool migrateQueue(PersistenceType type, const MarlpostType &archive, bool flag);
-    bool migrateProperties(const MarlpostType &archive);
-    bool migrateOptOutStatus(const MarlpostType &archive);
-    void savePlainText(const char *base, const std::optional<std::string> &value);
-    std::optional<std::string> loadPlainText(const char *base);
+    enum class Takeover { Done, Failed, Unreadable };
+    Takeover takeOver(std::string_view kind, const MarlpostType &archive);
+    Takeover takeOverQueue(PersistenceType type, const MarlpostArray &archive, bool flag);
+    Takeover takeOverProperties(const MarlpostDictionary &archive);
+    void trimUnsent(PersistenceType type, std::int64_t added);
+    void saveText(const char *base, const std::optional<std::string> &value);
+    std::optional<std::string> loadText(const char *base);
     void saveDictionary(const char *base, const MarlpostDictionary &value);
     MarlpostDictionary loadDictionary(const char *base);
 
@@ -124,6 +127,8 @@ private:
     Places m_places;
     bool m_keepsUnsent;
     MPDB m_database;
+    /// How many rows of a kind there are, where that is known; asked for only in a build that sends nothing.
+    std::array<std::optional<std::int64_t>, AllPersistenceTypes.size()> m_rowCounts;
     std::unique_ptr<PreferenceStore> m_suite;
 };
 

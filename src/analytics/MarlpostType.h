@@ -31,7 +31,7 @@ public:
     /// Of equal keys the last one counts.
     MarlpostDictionary(std::initializer_list<Entry> entries);
 
-    bool isEmpty() const;
+    bool isEmpty() const { return size() == 0; }
     std::size_t size() const;
     Entries::const_iterator begin() const;
     Entries::const_iterator end() const;
@@ -177,11 +177,6 @@ private:
 
 /// "yyyy-MM-dd'T'HH:mm:ss.SSS'Z'" in UTC.
 std::string marlpostDateText(MarlpostType::Date date);
-
-inline bool MarlpostDictionary::isEmpty() const
-{
-    return m_entries.empty();
-}
 
 inline std::size_t MarlpostDictionary::size() const
 {

@@ -21,7 +21,7 @@ class SerialQueue
 public:
     using Task = std::function<void()>;
 
-    /// The label is for people: logs, and its first 15 bytes name the thread.
+    /// The label is for people.
     explicit SerialQueue(std::string label);
     ~SerialQueue();
     SerialQueue(const SerialQueue &) = delete;
