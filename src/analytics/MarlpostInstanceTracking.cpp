@@ -171,9 +171,12 @@ void MarlpostInstance::changeSuperProperties(const std::function<void(MarlpostDi
 
 void MarlpostInstance::setGroup(const std::string &groupKey, const MarlpostArray &groupIDs)
 {
-    if (hasOptedOutTracking())
+    if (hasOptedOutTracking() || !assertPropertyTypes({{groupKey, groupIDs}}))
         return;
-    registerSuperProperties({{groupKey, groupIDs}});
+    onTrackingQueue([groupKey, groupIDs](MarlpostInstance &self) {
+        if (!self.hasOptedOutTracking())
+            self.changeSuperProperties([&](MarlpostDictionary &all) { all.set(groupKey, groupIDs); });
+    });
     m_people->set({{groupKey, groupIDs}});
 }
 
@@ -182,6 +185,8 @@ void MarlpostInstance::addGroup(const std::string &groupKey, const MarlpostType 
     if (hasOptedOutTracking() || !assertPropertyTypes({{groupKey, groupID}}))
         return;
     onTrackingQueue([groupKey, groupID](MarlpostInstance &self) {
+        if (self.hasOptedOutTracking())
+            return;
         self.changeSuperProperties([&](MarlpostDictionary &all) {
             MarlpostArray groups = groupsOf(all, groupKey);
             if (std::find(groups.begin(), groups.end(), groupID) == groups.end())
@@ -197,6 +202,8 @@ void MarlpostInstance::removeGroup(const std::string &groupKey, const MarlpostTy
     if (hasOptedOutTracking() || !assertPropertyTypes({{groupKey, groupID}}))
         return;
     onTrackingQueue([groupKey, groupID](MarlpostInstance &self) {
+        if (self.hasOptedOutTracking())
+            return;
         bool isLast = false;
         self.changeSuperProperties([&](MarlpostDictionary &all) {
             MarlpostArray groups = groupsOf(all, groupKey);

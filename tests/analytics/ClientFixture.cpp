@@ -22,7 +22,11 @@ ClientFixture::ClientFixture()
     EXPECT_TRUE(folder.isValid());
 }
 
-ClientFixture::~ClientFixture() = default;
+ClientFixture::~ClientFixture()
+{
+    // Every store holds the clock until it is closed.
+    EXPECT_TRUE(runUntil([this] { return clock.use_count() == 1; })) << "an instance lives on";
+}
 
 MarlpostSurroundings ClientFixture::surroundings() const
 {
@@ -82,6 +86,7 @@ QList<QJsonObject> ClientFixture::rows(const char *kind, int flag, const char *n
     if (!database.open(folder.filePath(QStringLiteral("cache/%1_MPDB.sqlite").arg(QLatin1String(name))),
                        Database::Mode::ReadOnly))
         return found;
+    EXPECT_TRUE(database.setBusyTimeout(int(std::chrono::milliseconds(patience).count())));
     Statement statement(database, QByteArray("SELECT data FROM marlpost_") + name + "_" + kind +
                                       " WHERE flag = " + QByteArray::number(flag) + " ORDER BY id");
     while (statement.step() == Statement::Result::Row)
@@ -109,6 +114,7 @@ QVariant ClientFixture::stored(const char *baseKey) const
     Database database;
     if (!database.open(folder.filePath(QStringLiteral("preferences.sqlite")), Database::Mode::ReadOnly))
         return {};
+    EXPECT_TRUE(database.setBusyTimeout(int(std::chrono::milliseconds(patience).count())));
     Statement statement(database, "SELECT value FROM preferences WHERE domain = 'Marlpost' AND key = ?");
     statement.bindText(1, QStringLiteral("Marlpost-token-") + QLatin1String(baseKey));
     return statement.step() == Statement::Result::Row ? QVariant(statement.text(0)) : QVariant();

@@ -22,6 +22,7 @@ protected:
     static constexpr char token[] = "token";
 
     ClientFixture();
+    /// Waits until the stores of all instances are closed: let them go before.
     ~ClientFixture() override;
 
     std::shared_ptr<MarlpostInstance> start(MarlpostOptions options = {});
