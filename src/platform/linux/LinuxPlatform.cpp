@@ -9,6 +9,7 @@
 #include "platform/linux/documents/XbelRecentDocuments.h"
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
+#include "platform/linux/identity/LinuxDeviceIdentity.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
 #include "platform/linux/packages/LinuxPackageManager.h"
 #include "platform/linux/uninstalling/FlatpakFileAccess.h"
@@ -54,6 +55,7 @@ Platform createPlatform()
     platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
     platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
     platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
+    platform.deviceIdentity = std::make_shared<LinuxDeviceIdentity>();
     return platform;
 }
 
