@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 #include <plist/plist.h>
 
@@ -11,7 +12,6 @@ namespace {
 
 constexpr int MaximumDepth = 128;
 constexpr int MaximumValues = 1'000'000;
-constexpr std::size_t MaximumSize = std::size_t(64) * 1024 * 1024;
 /// Seconds from 1970 to 2001, from where property lists count.
 constexpr std::int64_t ReferenceDate = 978'307'200;
 
@@ -186,7 +186,7 @@ std::optional<MarlpostType> valueOf(plist_t node)
 
 std::optional<MarlpostType> readPropertyList(std::string_view bytes)
 {
-    if (bytes.empty() || bytes.size() > MaximumSize)
+    if (bytes.empty() || bytes.size() > LongestPropertyList)
         return {};
     plist_t root = nullptr;
     if (bytes.starts_with(BinaryMagic)) {

@@ -1,134 +1,148 @@
 #include "analytics/HttpExchange.h"
 
-#include <QBuffer>
-#include <QEventLoop>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
+#include "analytics/HttpAnswerReader.h"
 
-#include <algorithm>
-#include <cstring>
+#include <QEventLoop>
+#include <QSslSocket>
+#include <QUrl>
+
+#include <array>
 
 namespace quillbay {
 
 namespace {
 
-constexpr qint64 ReadBufferSize = qint64(64) * 1024;
-constexpr int MaximumRedirects = 5;
+constexpr int HttpsPort = 443;
+constexpr int HttpPort = 80;
+constexpr qint64 BufferSize = qint64(64) * 1024;
 
-/// The body as a stream that cannot be rewound, so that Qt cannot send it twice.
-class OneWayBody final : public QIODevice
+/// A line break in a name or value would begin a header of somebody's choice.
+bool isOneLine(const std::string &text)
+{
+    return text.find_first_of("\r\n") == std::string::npos;
+}
+
+std::string headOf(const UrlRequest &request, const QUrl &url)
+{
+    const QByteArray target =
+        url.toEncoded(QUrl::RemoveScheme | QUrl::RemoveAuthority | QUrl::RemoveFragment);
+    const QByteArray host = url.toEncoded(QUrl::RemoveScheme | QUrl::RemovePath | QUrl::RemoveQuery |
+                                          QUrl::RemoveFragment | QUrl::RemoveUserInfo);
+    std::string head = request.method + ' ' + target.toStdString() + " HTTP/1.1\r\nHost: ";
+    head += host.mid(2).toStdString(); // without its "//"
+    head += "\r\nConnection: close\r\nUser-Agent: Quillbay\r\nAccept: */*\r\n";
+    for (const auto &[name, value] : request.headers) {
+        if (isOneLine(name) && isOneLine(value))
+            head.append(name).append(": ").append(value).append("\r\n");
+    }
+    if (request.body)
+        head += "Content-Length: " + std::to_string(request.body->size()) + "\r\n";
+    return head + "\r\n";
+}
+
+/// One request on one socket, in the thread's event loop.
+class Exchange
 {
 public:
-    explicit OneWayBody(const std::string &body)
-        : m_body(body)
+    Exchange(const UrlRequest &request, std::size_t limit)
+        : m_request(request)
+        , m_url(QUrl::fromEncoded(QByteArray::fromStdString(request.url), QUrl::StrictMode))
+        , m_reader(limit)
     {
-        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+        m_socket.setReadBufferSize(BufferSize);
+        QObject::connect(&m_socket, &QIODevice::readyRead, &m_loop, [this] { read(); });
+        QObject::connect(&m_socket, &QAbstractSocket::errorOccurred, &m_loop, [this] { ended(); });
+        QObject::connect(&m_socket, &QAbstractSocket::disconnected, &m_loop, [this] { ended(); });
     }
-    bool isSequential() const override { return true; }
-    qint64 bytesAvailable() const override { return qint64(m_body.size() - m_read); }
-    bool atEnd() const override { return m_read == m_body.size(); }
 
-protected:
-    qint64 readData(char *data, qint64 maximum) override
+    HttpAnswer run(const std::stop_token &stop)
     {
-        const qint64 size = std::min(maximum, bytesAvailable());
-        if (size <= 0)
-            return m_read == m_body.size() ? -1 : 0;
-        std::memcpy(data, m_body.data() + m_read, std::size_t(size));
-        m_read += std::size_t(size);
-        return size;
+        const bool isSecure = m_url.scheme() == QLatin1String("https");
+        const auto send = [this] { write(); };
+        if (isSecure) {
+            QObject::connect(&m_socket, &QSslSocket::encrypted, &m_loop, send);
+            m_socket.connectToHostEncrypted(m_url.host(), quint16(m_url.port(HttpsPort)));
+        } else {
+            QObject::connect(&m_socket, &QAbstractSocket::connected, &m_loop, send);
+            m_socket.connectToHost(m_url.host(), quint16(m_url.port(HttpPort)));
+        }
+        const std::stop_callback onStop(stop, [this] {
+            QMetaObject::invokeMethod(
+                &m_loop, [this] { finish("cancelled"); }, Qt::QueuedConnection);
+        });
+        if (!m_isFinished)
+            m_loop.exec();
+        m_socket.abort();
+        return std::move(m_answer);
     }
-    qint64 writeData(const char *, qint64) override { return -1; }
 
 private:
-    const std::string &m_body;
-    std::size_t m_read = 0;
+    void write()
+    {
+        const std::string head = headOf(m_request, m_url);
+        m_socket.write(head.data(), qint64(head.size()));
+        if (m_request.body)
+            m_socket.write(m_request.body->data(), qint64(m_request.body->size()));
+    }
+
+    /// Whether there was something.
+    bool read()
+    {
+        std::array<char, BufferSize> buffer;
+        const qint64 size = m_socket.read(buffer.data(), BufferSize);
+        if (size > 0)
+            m_reader.add({buffer.data(), std::size_t(size)});
+        if (m_reader.state() == HttpAnswerReader::State::Done)
+            finish({});
+        else if (m_reader.state() == HttpAnswerReader::State::Failed)
+            finish(m_reader.error());
+        return size > 0;
+    }
+
+    void ended()
+    {
+        while (!m_isFinished && read()) {
+        }
+        if (m_isFinished)
+            return;
+        // The end may be how the answer ends.
+        const auto error = m_socket.error();
+        const bool isPlainEnd =
+            error == QAbstractSocket::RemoteHostClosedError || error == QAbstractSocket::UnknownSocketError;
+        if (!isPlainEnd)
+            finish(m_socket.errorString().toStdString());
+        else if (m_reader.end() == HttpAnswerReader::State::Done)
+            finish({});
+        else
+            finish(m_reader.error());
+    }
+
+    void finish(const std::string &error)
+    {
+        if (m_isFinished)
+            return;
+        m_isFinished = true;
+        m_answer.response = m_reader.response();
+        m_answer.error = error;
+        if (error.empty())
+            m_answer.body = m_reader.body();
+        m_loop.quit();
+    }
+
+    const UrlRequest &m_request;
+    const QUrl m_url;
+    HttpAnswerReader m_reader;
+    HttpAnswer m_answer;
+    bool m_isFinished = false;
+    QEventLoop m_loop;
+    QSslSocket m_socket;
 };
-
-QNetworkRequest networkRequest(const UrlRequest &request)
-{
-    QNetworkRequest result(QUrl::fromEncoded(QByteArray::fromStdString(request.url), QUrl::StrictMode));
-    result.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
-                        QNetworkRequest::UserVerifiedRedirectPolicy);
-    result.setMaximumRedirectsAllowed(MaximumRedirects);
-    result.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    result.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    result.setAttribute(QNetworkRequest::CacheLoadControlAttribute, QNetworkRequest::AlwaysNetwork);
-    result.setAttribute(QNetworkRequest::DoNotBufferUploadDataAttribute, true);
-    result.setHeader(QNetworkRequest::UserAgentHeader, QStringLiteral("Quillbay"));
-    for (const auto &[name, value] : request.headers)
-        result.setRawHeader(QByteArray::fromStdString(name), QByteArray::fromStdString(value));
-    if (request.body)
-        result.setHeader(QNetworkRequest::ContentLengthHeader, qint64(request.body->size()));
-    return result;
-}
-
-HttpResponse responseOf(const QNetworkReply &reply)
-{
-    HttpResponse response;
-    response.status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    for (const QByteArray &name : reply.rawHeaderList())
-        response.headers.emplace(name.toLower().toStdString(), reply.rawHeader(name).toStdString());
-    return response;
-}
-
-/// Whether the reply ended because of what its status says, not for want of an answer.
-bool isAnswered(QNetworkReply::NetworkError error)
-{
-    return error == QNetworkReply::NoError ||
-           (error >= QNetworkReply::ContentAccessDenied && error != QNetworkReply::ContentReSendError);
-}
 
 } // namespace
 
 HttpAnswer exchangeHttp(const UrlRequest &request, std::size_t answerLimit, const std::stop_token &stop)
 {
-    HttpAnswer answer;
-    QEventLoop loop;
-    QNetworkAccessManager manager;
-    const std::string noBody;
-    OneWayBody body(request.body ? *request.body : noBody);
-    const QNetworkRequest prepared = networkRequest(request);
-    const std::unique_ptr<QNetworkReply> reply(request.method == "GET" ? manager.get(prepared)
-                                                                       : manager.post(prepared, &body));
-    reply->setReadBufferSize(ReadBufferSize);
-    const auto fail = [&](const char *why) {
-        if (answer.error.empty())
-            answer.error = why;
-        reply->abort();
-    };
-    QObject::connect(reply.get(), &QNetworkReply::redirected, reply.get(), [&](const QUrl &target) {
-        if (target.scheme() == QLatin1String("https"))
-            Q_EMIT reply->redirectAllowed();
-        else
-            fail("redirected to an insecure address");
-    });
-    QObject::connect(reply.get(), &QIODevice::readyRead, reply.get(), [&] {
-        const QByteArray bytes = reply->readAll();
-        answer.body.append(bytes.constData(), std::size_t(bytes.size()));
-        if (answer.body.size() > answerLimit)
-            fail("the answer is too long");
-    });
-    QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    {
-        const std::stop_callback onStop(stop, [&] {
-            QMetaObject::invokeMethod(
-                reply.get(), [&] { fail("cancelled"); }, Qt::QueuedConnection);
-        });
-        if (!reply->isFinished())
-            loop.exec();
-    }
-    if (!isAnswered(reply->error()) && answer.error.empty())
-        answer.error = reply->errorString().toStdString();
-    if (reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).isValid() &&
-        answer.error != "redirected to an insecure address")
-        answer.response = responseOf(*reply);
-    const QByteArray rest = reply->isOpen() ? reply->readAll() : QByteArray();
-    answer.body.append(rest.constData(), std::size_t(rest.size()));
-    if (!answer.error.empty())
-        answer.body.clear();
-    return answer;
+    return Exchange(request, answerLimit).run(stop);
 }
 
 } // namespace quillbay

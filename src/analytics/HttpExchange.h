@@ -17,12 +17,13 @@ struct HttpAnswer
     std::string error;                    ///< Empty where all went well; a status other than 200 is no error.
 };
 
-/// Sends the request and waits for the answer, until `stop` is requested. It goes out once: Qt by itself
-/// repeats one whose connection was cut, which here would post a batch several times.
+/// Sends the request once, over a connection of its own, and waits for the answer, until `stop` is requested.
+/// Over https the certificate must be known to the system and made out to the host.
 /// Thread: any without an event loop of its own; it runs one meanwhile. A QCoreApplication must exist.
 ///
-/// Qt Network does it, and not libcurl, whose two dozen libraries the loader would map at each start of the
-/// program (some 8 ms), for a request seconds later.
+/// On Qt's sockets. QNetworkAccessManager was tried: it repeats a request whose connection was cut, and reads
+/// headers without an end until the memory is full. libcurl brings two dozen libraries, which the loader
+/// would map at each start of the program (some 8 ms).
 HttpAnswer exchangeHttp(const UrlRequest &request, std::size_t answerLimit, const std::stop_token &stop);
 
 } // namespace quillbay

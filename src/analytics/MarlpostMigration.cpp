@@ -56,7 +56,7 @@ void MarlpostPersistence::migrate()
             MarlpostLogger::error("Unable to read archive file at path: ", path);
             continue;
         }
-        const QByteArray bytes = file.readAll();
+        const QByteArray bytes = file.read(qint64(LongestPropertyList) + 1);
         file.close();
         const auto archive = readPropertyList({bytes.constData(), std::size_t(bytes.size())});
         const auto taken = archive ? takeOver(kind, *archive) : Takeover::Unreadable;

@@ -30,7 +30,7 @@ struct Reason
 {
     enum class Kind {
         ParseError,      ///< The body could not be read.
-        NoData,          ///< There was no body where one must be.
+        NoData,          ///< The body did not come, or not all of it: `error` tells why.
         NotOKStatusCode, ///< `status` is not 200.
         Other,           ///< No answer: `error` tells why.
     };
@@ -61,9 +61,9 @@ struct UrlRequest
 
 /// HTTP requests to the collection service, one thread for each while it runs.
 ///
-/// Certificates and host names are checked. Redirects are followed to https alone (a plain http base may be
-/// redirected to http as well: only a test has one). An answer beyond `AnswerLimit` bytes, body or headers,
-/// is a failure.
+/// Over https the certificate and its host name are checked; plain http goes to this machine alone. Redirects
+/// are not followed: they are failures as every status but 200. An answer beyond `AnswerLimit` bytes, body or
+/// headers, is a failure.
 /// Thread: any. The handlers run on the request's own thread, exactly one of them, exactly once.
 class Network
 {
@@ -81,7 +81,7 @@ public:
                             std::stop_token stop);
 
     /// The base and the path, the query items percent-encoded with "+" as "%2B", method, headers and body.
-    /// Nothing where base and path are no http or https URL.
+    /// Nothing where the base is not an https URL, or http to this machine.
     static std::optional<UrlRequest> buildURLRequest(const std::string &base, const Resource &resource);
 
     /// How many requests run now, in the whole process. While there are some, the process should end by

@@ -1,5 +1,6 @@
 #include "analytics/Network.h"
 
+#include "analytics/HttpAnswerReader.h"
 #include "analytics/HttpService.h"
 
 #include <QFile>
@@ -23,6 +24,7 @@ using testing::HttpService;
 using Ending = HttpService::Ending;
 
 constexpr std::chrono::seconds Bound(60);
+const HttpFields PlainText = {{"Content-Type", "text/plain"}};
 
 /// The end of one request.
 struct Outcome
@@ -92,10 +94,48 @@ TEST(NetworkTest, AnswersGoThroughTheParser)
     ASSERT_TRUE(got.response);
     EXPECT_THAT(got.response->header("x-field").value_or("none"), ::testing::StartsWith("a"));
     EXPECT_EQ(service.requests().at(0).method, "GET");
-    const Outcome unreadable = request(
-        service.url(), {"/x", "post", "b", {}, {}, [](std::string_view) { return std::optional<int>(); }});
+    const Outcome unreadable =
+        request(service.url(),
+                {"/x", "post", "b", {}, PlainText, [](std::string_view) { return std::optional<int>(); }});
     ASSERT_TRUE(unreadable.reason);
     EXPECT_EQ(unreadable.reason->kind, Reason::Kind::ParseError);
+}
+
+TEST(NetworkTest, AnswersComeInEveryFraming)
+{
+    const std::string chunked =
+        "HTTP/1.1 200 OK\r\nTransfer-Encoding: Chunked\r\n\r\n3;x=y\r\nabc\r\nA\r\n0123456789"
+        "\r\n0\r\nTrailer: t\r\n\r\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {chunked, "abc0123456789"},
+        {"HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n1234", "12"},
+        {"HTTP/1.0 200 OK\r\n\r\n1234", "1234"},
+        {"HTTP/1.1 100 Continue\r\n\r\nHTTP/1.1 200 OK\r\ncontent-length:0\r\n\r\n", ""},
+    };
+    for (const auto &[text, body] : cases) {
+        HttpAnswerReader atOnce(100);
+        HttpAnswerReader bytewise(100);
+        atOnce.add(text);
+        for (const char &byte : text)
+            bytewise.add({&byte, 1});
+        for (HttpAnswerReader *reader : {&atOnce, &bytewise}) {
+            EXPECT_EQ(reader->end(), HttpAnswerReader::State::Done) << text << reader->error();
+            EXPECT_EQ(reader->body(), body);
+            EXPECT_EQ(reader->response()->status, 200);
+        }
+    }
+    for (const std::string &text :
+         {std::string("HTTP/1.1 200 OK\r\nContent-Length: 101\r\n\r\n"),
+          std::string("<html>") + std::string(200, 'x'),
+          std::string("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nffffffffffffffff\r\n"),
+          std::string("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n\r\n"),
+          "HTTP/1.1 200 OK\r\nA: " + std::string(101, 'x')}) {
+        HttpAnswerReader reader(100);
+        EXPECT_EQ(reader.add(text), HttpAnswerReader::State::Failed) << text;
+    }
+    HttpAnswerReader cut(100);
+    cut.add(chunked.substr(0, chunked.find("0\r\nTrailer")));
+    EXPECT_EQ(cut.end(), HttpAnswerReader::State::Failed);
 }
 
 TEST(NetworkTest, LargeBodyArrivesWhole)
@@ -104,17 +144,17 @@ TEST(NetworkTest, LargeBodyArrivesWhole)
     std::string body;
     for (int i = 0; body.size() < 3'000'000; ++i)
         body += std::to_string(i) + ' ';
-    EXPECT_EQ(request(service.url(), {"/x", "post", body, {}, {}, {}}).result, 1);
+    EXPECT_EQ(request(service.url(), {"/x", "post", body, {}, PlainText, {}}).result, 1);
     EXPECT_EQ(service.requests().at(0).body, body);
 }
 
-TEST(NetworkTest, NoRedirectToPlainHttp)
+TEST(NetworkTest, NoRedirectIsFollowed)
 {
     const HttpService target;
     for (const int status : {301, 302, 307, 308}) {
         const HttpService service(
             HttpService::Reply{status, "", "Location: " + target.url() + "/stolen\r\n", Ending::Whole});
-        const Outcome outcome = request(service.url(), {"/x", "post", "secret", {}, {}, {}});
+        const Outcome outcome = request(service.url(), {"/x", "post", "secret", {}, PlainText, {}});
         EXPECT_TRUE(outcome.reason) << status;
     }
     EXPECT_EQ(target.connections(), 0);
@@ -124,7 +164,7 @@ TEST(NetworkTest, StopEndsARequestAtOnce)
 {
     const HttpService service(HttpService::Reply{200, "1", {}, Ending::Silence});
     std::stop_source stop;
-    auto future = start(service.url(), {"/x", "post", "b", {}, {}, {}}, stop.get_token());
+    auto future = start(service.url(), {"/x", "post", "b", {}, PlainText, {}}, stop.get_token());
     ASSERT_TRUE(service.waitForRequests(1));
     EXPECT_EQ(Network::runningRequests(), 1);
     stop.request_stop();
