@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Everything that must hold: installs what is missing, checks the sources, builds, and runs the tests of the release
-# build and again of the one with sanitizers. The last line counts; what failed is named above it. Logs: build/logs.
+# build, again of the one with sanitizers, and those of the analytics with the sanitizer for threads. The last line
+# counts; what failed is named above it. Logs: build/logs.
 set -euo pipefail
 # shellcheck source=scripts/common.sh
 source "$(dirname -- "${BASH_SOURCE[0]}")/common.sh"
@@ -69,8 +70,10 @@ cd -- "$root"
 if check setup "$root/scripts/setup.sh" --tests; then
     check 'lint format' "$root/scripts/lint.sh" format || true
     check 'lint shell' "$root/scripts/lint.sh" shell || true
-    for preset in release asan; do
-        check "build $preset" "$root/scripts/build.sh" "$preset" && run_tests "$preset"
+    for preset in release asan tsan; do
+        targets=()
+        [[ $preset != tsan ]] || targets=(analytics_tests)
+        check "build $preset" "$root/scripts/build.sh" "$preset" ${targets[0]+"${targets[@]}"} && run_tests "$preset"
         [[ $preset != release ]] || check 'lint qml' "$root/scripts/lint.sh" qml || true
     done
 fi

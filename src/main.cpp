@@ -1,3 +1,5 @@
+#include "analytics/AnalyticsManager.h"
+#include "analytics/Marlpost.h"
 #include "app/QuillbayApp.h"
 #include "foundation/Console.h"
 #include "foundation/NotificationCenter.h"
@@ -7,6 +9,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
+#include "platform/DeviceIdentity.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
@@ -30,6 +33,7 @@
 #include <QQuickWindow>
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 using namespace quillbay;
@@ -66,10 +70,18 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     QObject::connect(platform.appearance.get(), &platform::Appearance::iconThemeChanged, &application,
                      &AppIconLoader::invalidate);
     PreferenceStore preferences;
+    AnalyticsManager analytics(preferences, {platform.deviceIdentity, {QUILLBAY_VERSION, {}}});
+    analytics.initialize();
     NotificationCenter notifications;
     Theme theme(*platform.appearance, *platform.windowEffects);
     WorkspaceManager workspaces(preferences, notifications);
     QuillbayApp app(platform, service, preferences, workspaces, notifications);
+    QObject::connect(&app.viewModel(), &QuillbayViewModel::eventHappened, &app,
+                     [&analytics](const QString &name, const QVariantMap &properties) {
+                         analytics.trackEvent(name, properties);
+                     });
+    QObject::connect(&app, &QuillbayApp::urlOpened, &app,
+                     [&analytics](const QString &url) { analytics.handleURL(url); });
     AdminPrivileges admin(*platform.elevation);
     Uninstaller uninstaller({platform.residualRoots,
                              std::move(platform.packages),
@@ -121,5 +133,8 @@ int main(int argc, char **argv)
     // Text as the desktop's font settings draw it; and one shader program for all of it, where the scene
     // graph's own way would need three before the first picture.
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
-    return run(application, *service, !arguments.serviceOnly);
+    const int status = run(application, *service, !arguments.serviceOnly);
+    if (!Marlpost::isIdle())
+        std::_Exit(status);
+    return status;
 }

@@ -62,6 +62,7 @@ void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
     m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
+    connect(m_appDelegate.get(), &AppDelegate::urlOpened, this, &QuillbayApp::urlOpened);
     m_window = &window;
     if (m_hasScanned)
         announceFirstGrid();

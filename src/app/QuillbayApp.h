@@ -43,6 +43,10 @@ public:
     /// The window exists; it must outlive the event loop. Shows it unless `show` is false.
     void finishLaunching(QQuickWindow &window, bool show);
 
+Q_SIGNALS:
+    /// A URL was opened into the program. Those of the start come while it finishes launching.
+    void urlOpened(const QString &url);
+
 private:
     void firstScanFinished();
     void announceFirstGrid();

@@ -10,6 +10,7 @@ class Appearance;
 class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
+class DeviceIdentity;
 class Elevation;
 class FileRemoval;
 class FolderWatch;
@@ -44,6 +45,7 @@ struct Platform
     std::unique_ptr<PackageManager> packages;
     ElevatedRun runToolElevated; ///< For those package managers that need it.
     std::unique_ptr<FullDiskAccess> fullDiskAccess;
+    std::shared_ptr<const DeviceIdentity> deviceIdentity; ///< Shared with the thread that asks it.
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

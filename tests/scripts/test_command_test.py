@@ -24,22 +24,24 @@ class TestCommandTest(ScriptTest):
         lines = result.stdout.splitlines()
         return result.returncode, lines[-1], [line for line in lines if line.startswith("Failed: ")]
 
-    def test_counts_every_step_and_both_runs(self):
-        # Setup, three kinds of lint, two builds, and two tests in each of two runs.
-        self.assertEqual(self.run_tests(), (0, "10 passed, 0 failed", []))
+    def test_counts_every_step_and_every_run(self):
+        # Setup, three kinds of lint, three builds, and two tests in each of three runs.
+        self.assertEqual(self.run_tests(), (0, "13 passed, 0 failed", []))
         self.assertEqual(
             [call for call in self.calls() if call.startswith(("setup.sh", "build.sh", "ctest"))],
             ["setup.sh --tests", "build.sh release"]
             + [call for call in self.calls() if call.startswith("ctest --preset release")]
             + ["build.sh asan"]
-            + [call for call in self.calls() if call.startswith("ctest --preset asan")],
+            + [call for call in self.calls() if call.startswith("ctest --preset asan")]
+            + ["build.sh tsan analytics_tests"]
+            + [call for call in self.calls() if call.startswith("ctest --preset tsan")],
         )
 
     def test_names_what_failed_and_counts_what_was_skipped(self):
-        self.fake("ctest", f"[[ $2 == release ]] && {{ {SUMMARY_GOOD}; exit; }}\n{SUMMARY_BAD}")
+        self.fake("ctest", f"[[ $2 != asan ]] && {{ {SUMMARY_GOOD}; exit; }}\n{SUMMARY_BAD}")
         code, last, failures = self.run_tests()
         self.assertNotEqual(code, 0)
-        self.assertEqual(last, "11 passed, 2 failed, 2 skipped")
+        self.assertEqual(last, "14 passed, 2 failed, 2 skipped")
         self.assertEqual(failures, ["Failed: tests asan: first", "Failed: tests asan: second"])
 
     def test_a_run_without_a_result_fails(self):
@@ -47,27 +49,27 @@ class TestCommandTest(ScriptTest):
             self.fake("ctest", body)
             code, last, failures = self.run_tests()
             self.assertNotEqual(code, 0, body)
-            self.assertEqual(last, "6 passed, 2 failed", body)
-            self.assertEqual(len(failures), 2, body)
+            self.assertEqual(last, "7 passed, 3 failed", body)
+            self.assertEqual(len(failures), 3, body)
 
     def test_a_crash_of_ctest_itself_fails(self):
         self.fake("ctest", f"{SUMMARY_GOOD}\nexit 1")
         code, last, _ = self.run_tests()
         self.assertNotEqual(code, 0)
-        self.assertEqual(last, "10 passed, 2 failed")
+        self.assertEqual(last, "13 passed, 3 failed")
 
     def test_a_failed_build_runs_no_tests_of_it(self):
         self.fake("build.sh", "[[ $1 != asan ]]", path=self.root / "scripts/build.sh")
         code, last, failures = self.run_tests()
         self.assertNotEqual(code, 0)
-        self.assertEqual((last, failures), ("7 passed, 1 failed", ["Failed: build asan"]))
+        self.assertEqual((last, failures), ("10 passed, 1 failed", ["Failed: build asan"]))
         self.assertFalse([call for call in self.calls() if call.startswith("ctest --preset asan")])
 
     def test_lint_findings_fail_but_stop_nothing(self):
         self.fake("lint.sh", "echo found; exit 1", path=self.root / "scripts/lint.sh")
         code, last, failures = self.run_tests()
         self.assertNotEqual(code, 0)
-        self.assertEqual(last, "7 passed, 3 failed")
+        self.assertEqual(last, "10 passed, 3 failed")
         self.assertEqual(failures, [f"Failed: lint {kind}" for kind in ("format", "shell", "qml")])
 
     def test_without_setup_nothing_else_runs(self):

@@ -32,6 +32,9 @@ FakePlatform::FakePlatform()
     , packages(make<FakePackageManager>(services.packages))
     , fullDiskAccess(make<FakeFullDiskAccess>(services.fullDiskAccess))
 {
+    auto identity = std::make_shared<FakeDeviceIdentity>();
+    deviceIdentity = identity.get();
+    services.deviceIdentity = std::move(identity);
 }
 
 } // namespace quillbay::testing

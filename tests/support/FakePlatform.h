@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeDeviceIdentity.h"
 #include "support/FakeFullDiskAccess.h"
 #include "support/FakePackageManager.h"
 #include "support/FakeRemoval.h"
@@ -29,6 +30,7 @@ struct FakePlatform
     FakeElevation *elevation = nullptr;
     FakePackageManager *packages = nullptr;
     FakeFullDiskAccess *fullDiskAccess = nullptr;
+    FakeDeviceIdentity *deviceIdentity = nullptr;
 };
 
 } // namespace quillbay::testing

@@ -2,6 +2,7 @@
 add_library(quillbay_test_fakes STATIC
   FakeApplications.h FakeApplications.cpp
   FakeDesktop.h FakeDesktop.cpp
+  FakeDeviceIdentity.h
   FakeFullDiskAccess.h
   FakePackageManager.h FakePackageManager.cpp
   FakePlatform.h FakePlatform.cpp

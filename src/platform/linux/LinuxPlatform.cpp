@@ -9,6 +9,7 @@
 #include "platform/linux/documents/XbelRecentDocuments.h"
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
+#include "platform/linux/identity/LinuxDeviceIdentity.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
 #include "platform/linux/packages/ElevatedTool.h"
 #include "platform/linux/packages/LinuxPackageManager.h"
@@ -58,6 +59,7 @@ Platform createPlatform()
         return runToolElevated(PackageSurroundings::ofSession(), command);
     };
     platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
+    platform.deviceIdentity = std::make_shared<LinuxDeviceIdentity>();
     return platform;
 }
 
