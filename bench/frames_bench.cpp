@@ -481,7 +481,8 @@ void measure(int rounds, QByteArrayView part)
     FakeAppearance appearance;
     FakeWindowEffects effects;
     Theme theme(appearance, effects);
-    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, library.preferences);
+    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, *library.fakes.biometrics,
+                                library.preferences);
     {
         Screens screens(viewModel, *library.workspaces, library.notifications);
         QQuickWindow *window = screens.window();

@@ -7,6 +7,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
+#include "platform/Biometrics.h"
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"

@@ -6,6 +6,7 @@
 #include "platform/Appearance.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationSource.h"
+#include "platform/Biometrics.h"
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
@@ -39,7 +40,7 @@ QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationServ
     , m_notifications(notifications)
     , m_appFinder({*platform.applications, *platform.folderWatch, *platform.recentDocuments, *platform.icons,
                    preferences, workspaces, notifications})
-    , m_viewModel(m_appFinder, *platform.launcher, preferences)
+    , m_viewModel(m_appFinder, *platform.launcher, *platform.biometrics, preferences)
 {
 }
 
@@ -50,6 +51,11 @@ void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
     m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
+    connect(&m_viewModel, &SecurityLock::returnToFrontRequested, m_mainWindow.get(), [this, &window] {
+        // A window that the user has closed meanwhile stays closed.
+        if (window.isVisible())
+            m_mainWindow->bringForward({});
+    });
     announceFirstGrid(window);
     m_appDelegate->applicationDidFinishLaunching(show);
 }

@@ -8,6 +8,7 @@ class Appearance;
 class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
+class Biometrics;
 class FolderWatch;
 class GlobalHotkey;
 class IconSource;
@@ -30,6 +31,7 @@ struct Platform
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
+    std::unique_ptr<Biometrics> biometrics;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

@@ -17,9 +17,9 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     , m_folderTree(*viewModel.appFinder())
     , m_workspaces(workspaces)
     , m_gridDrops(viewModel)
-    , m_folderContents(*viewModel.appFinder())
+    , m_folderContents(viewModel)
     , m_cards(viewModel, m_folderContents)
-    , m_hiddenCards(*viewModel.appFinder(), m_folderContents)
+    , m_hiddenCards(viewModel, m_folderContents)
     , m_expandedCard(viewModel, m_folderContents)
 {
     [[maybe_unused]] volatile auto keep = &qml_register_types_Quillbay_Ui;

@@ -26,6 +26,7 @@ FakePlatform::FakePlatform()
     , appearance(make<FakeAppearance>(services.appearance))
     , windowEffects(make<FakeWindowEffects>(services.windowEffects))
     , hotkey(make<FakeGlobalHotkey>(services.hotkey))
+    , biometrics(make<FakeBiometrics>(services.biometrics))
 {
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
+#include "support/FakeBiometrics.h"
 #include "support/FakeDesktop.h"
 
 namespace quillbay::testing {
@@ -21,6 +22,7 @@ struct FakePlatform
     FakeAppearance *appearance = nullptr;
     FakeWindowEffects *windowEffects = nullptr;
     FakeGlobalHotkey *hotkey = nullptr;
+    FakeBiometrics *biometrics = nullptr;
 };
 
 } // namespace quillbay::testing

@@ -39,8 +39,8 @@ ScreenTest::ScreenTest()
                                  QStringLiteral("Cut:Office"), QStringLiteral("Dot")}));
     AppIconLoader::setSource(library.fakes.icons);
     QSignalSpy scanned(library.finder.get(), &AppFinder::scanFinished);
-    viewModel =
-        std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher, library.preferences);
+    viewModel = std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher,
+                                                    *library.fakes.biometrics, library.preferences);
     EXPECT_TRUE(scanned.wait());
     models = std::make_unique<ScreenModels>(*viewModel, *library.workspaces, library.notifications);
     engine = std::make_unique<QQmlEngine>();
