@@ -142,13 +142,6 @@ public:
     static FolderContents *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
 };
 
-struct ObservableObjectType
-{
-    Q_GADGET
-    QML_FOREIGN(quillbay::ObservableObject)
-    QML_ANONYMOUS
-};
-
 struct AppFinderType
 {
     Q_GADGET

@@ -1,4 +1,3 @@
-#include "app/AppPicker.h"
 #include "app/ExpandedCard.h"
 #include "app/FolderContents.h"
 #include "app/HiddenCards.h"
@@ -120,20 +119,15 @@ TEST_F(SecurityLockTest, WithoutBiometricsAPasswordIsStoredAtOnce)
 TEST_F(SecurityLockTest, WithBiometricsAPasswordIsStoredAfterTheirSuccess)
 {
     finger.usable = true;
-    for (const bool useTouchID : {false, true}) {
-        model->setSecurityPassword(text("p"), useTouchID, completion());
+    for (const char *error : {"", "Too cold"}) {
+        model->setSecurityPassword(text("p"), false, completion());
         ASSERT_TRUE(isAsked()) << "also with the flag off";
         EXPECT_EQ(finger.reasons.last(),
                   text("Authenticate with Fingerprint to register new security password"));
-        EXPECT_EQ(state(), text("- -"));
-        finger.answer(false, text("Too cold"));
-        EXPECT_EQ(take(), text("no: Too cold front"));
+        finger.answer(false, text(error));
+        EXPECT_EQ(take(), text(*error ? "no: Too cold front" : "no: Fingerprint setup failed front"));
         EXPECT_EQ(state(), text("- -"));
     }
-    model->setSecurityPassword(text("p"), false, completion());
-    ASSERT_TRUE(isAsked());
-    finger.answer(false);
-    EXPECT_EQ(take(), text("no: Fingerprint setup failed front"));
     model->setSecurityPassword(text("p"), false, completion());
     ASSERT_TRUE(isAsked());
     finger.answer(true);
@@ -141,85 +135,74 @@ TEST_F(SecurityLockTest, WithBiometricsAPasswordIsStoredAfterTheirSuccess)
     EXPECT_EQ(state(), text("p false open"));
 }
 
-TEST_F(SecurityLockTest, AFingerOpensTheListOrSaysNothing)
+TEST_F(SecurityLockTest, EachOperationAsksForAFingerInItsOwnWay)
 {
-    setPassword("p", true);
-    model->tryTouchID();
-    settle();
-    EXPECT_TRUE(finger.reasons.isEmpty()) << "not usable";
-
     finger.usable = true;
-    model->tryTouchID();
-    ASSERT_TRUE(isAsked());
-    EXPECT_EQ(finger.reasons.last(), text("Unlock Hidden Items"));
-    EXPECT_EQ(model->biometricPrompt(), text("Unlock Hidden Items"));
-    finger.answer(false, text("Too cold"));
-    EXPECT_EQ(take(), text("front"));
-    EXPECT_TRUE(model->isLocked());
-    model->tryTouchID();
-    ASSERT_TRUE(isAsked());
-    finger.answer(true);
-    EXPECT_EQ(take(), text("front"));
-    EXPECT_EQ(state(), text("p true open"));
+    const struct
+    {
+        std::function<void()> start;
+        bool opensFirst;
+        const char *reason;
+        const char *failure; ///< Without a text of the system's, and with one.
+        const char *failureWithText;
+        const char *success;
+        const char *stateAfterwards;
+    } operations[] = {
+        {[this] { model->tryTouchID(); }, false, "Unlock Hidden Items", "front", "front", "front",
+         "p true open"},
+        {[this] { model->resetPasswordUsingTouchID(completion()); }, false, "Authenticate to Reset Password",
+         "no: Fingerprint Authentication failed front", "no: Too cold front", "yes front", "- false"},
+        {[this] { model->disableSecurityWithTouchID(completion()); }, true,
+         "Authenticate to disable password lock", "no: Fingerprint verification failed front",
+         "no: Too cold front", "yes front", "- false"},
+        {[this] { model->askAndDisableSecurity(); }, true, "Authenticate to disable password lock", "front",
+         "front", "front", "- false"},
+    };
+    for (const auto &operation : operations) {
+        SCOPED_TRACE(operation.reason);
+        setPassword("p", true);
+        model->setIsHiddenUnlocked(operation.opensFirst);
+        for (const char *error : {"", "Too cold"}) {
+            operation.start();
+            ASSERT_TRUE(isAsked());
+            EXPECT_EQ(finger.reasons.last(), text(operation.reason));
+            EXPECT_EQ(model->biometricPrompt(), text(operation.reason));
+            finger.answer(false, text(error));
+            EXPECT_EQ(take(), text(*error ? operation.failureWithText : operation.failure));
+            EXPECT_EQ(state(), text(operation.opensFirst ? "p true open" : "p true"));
+        }
+        operation.start();
+        ASSERT_TRUE(isAsked());
+        finger.answer(true);
+        EXPECT_EQ(take(), text(operation.success));
+        EXPECT_EQ(state(), text(operation.stateAfterwards));
+    }
 }
 
-TEST_F(SecurityLockTest, AForgottenPasswordGoesAwayByAFingerAlone)
+TEST_F(SecurityLockTest, WithoutBiometricsNothingIsProven)
 {
     setPassword("p", true);
     library.finder->hideApp(library.app(text("Ada")));
-    const auto reset = [this] { model->resetPasswordUsingTouchID(completion()); };
-    reset();
+    model->tryTouchID();
     settle();
-    EXPECT_EQ(take(), text("no: Fingerprint is not available on this device"));
-    finger.error = text("No fingerprint is enrolled");
-    reset();
-    settle();
-    EXPECT_EQ(take(), text("no: No fingerprint is enrolled"));
-
-    finger.usable = true;
-    for (const char *error : {"", "Too cold"}) {
-        reset();
-        ASSERT_TRUE(isAsked());
-        EXPECT_EQ(finger.reasons.last(), text("Authenticate to Reset Password"));
-        finger.answer(false, text(error));
-        EXPECT_EQ(take(),
-                  *error ? text("no: Too cold front") : text("no: Fingerprint Authentication failed front"));
-        EXPECT_EQ(state(), text("p true"));
-    }
-    reset();
-    ASSERT_TRUE(isAsked());
-    finger.answer(true);
-    EXPECT_EQ(take(), text("yes front"));
-    EXPECT_EQ(state(), text("- false"));
-    EXPECT_EQ(names(library.finder->getHiddenApps()), text("Ada"));
-}
-
-TEST_F(SecurityLockTest, TheOpenListIsUnguardedWithAFingerWhereThereIsOne)
-{
-    setPassword("p", true);
-    ASSERT_TRUE(model->checkPassword(text("p")));
-    model->askAndDisableSecurity();
-    settle();
-    EXPECT_EQ(state(), text("- false")) << "no biometrics, no proof";
     EXPECT_EQ(take(), QString());
-
-    finger.usable = true;
-    setPassword("p", true);
+    for (const char *error : {"", "No fingerprint is enrolled"}) {
+        finger.error = text(error);
+        model->resetPasswordUsingTouchID(completion());
+        settle();
+        EXPECT_EQ(take(),
+                  text("no: ") + text(*error ? error : "Fingerprint is not available on this device"));
+    }
+    EXPECT_EQ(state(), text("p true"));
+    model->askAndDisableSecurity();
+    settle();
+    EXPECT_EQ(state(), text("p true")) << "that is for the open list";
     ASSERT_TRUE(model->checkPassword(text("p")));
     model->askAndDisableSecurity();
-    ASSERT_TRUE(isAsked());
-    EXPECT_EQ(finger.reasons.last(), text("Authenticate to disable password lock"));
-    finger.answer(false, text("Too cold"));
-    EXPECT_EQ(state(), text("p true open"));
-    EXPECT_EQ(take(), text("front"));
-    model->disableSecurityWithTouchID(completion());
-    ASSERT_TRUE(isAsked());
-    finger.answer(false);
-    EXPECT_EQ(take(), text("no: Fingerprint verification failed front"));
-    model->askAndDisableSecurity();
-    ASSERT_TRUE(isAsked());
-    finger.answer(true);
+    settle();
     EXPECT_EQ(state(), text("- false"));
+    EXPECT_TRUE(finger.reasons.isEmpty());
+    EXPECT_EQ(names(library.finder->getHiddenApps()), text("Ada"));
 }
 
 TEST_F(SecurityLockTest, WhatWasAskedForBeforeLeavingOpensNothing)
@@ -340,11 +323,9 @@ TEST_F(SecurityLockTest, ALockedListShowsNowhere)
 
     // On the way out nothing is listed any more when the next list comes up.
     QStringList listed;
-    for (const auto signal : {&SecurityLock::isHiddenUnlockedChanged})
-        QObject::connect(model.get(), signal, model.get(),
-                         [&] { listed.append(names(model->filteredApps()->items())); });
-    QObject::connect(model.get(), &QuillbayViewModel::selectionChanged, model.get(),
-                     [&] { listed.append(names(model->filteredApps()->items())); });
+    const auto look = [&] { listed.append(names(model->filteredApps()->items())); };
+    QObject::connect(model.get(), &SecurityLock::isHiddenUnlockedChanged, model.get(), look);
+    QObject::connect(model.get(), &QuillbayViewModel::selectionChanged, model.get(), look);
     select(Case::allApps);
     EXPECT_EQ(listed, QStringList({QString(), QString()}));
     EXPECT_EQ(cards.count(), 0);

@@ -248,11 +248,27 @@ class Sheets(States):
 
 
 class Hidden(States):
+    def begin(self):
+        self.gallery.arrange(quillbay_hidden_password="sesame", quillbay_hidden_use_touchid=True)
+
+    def enter(self, password="sesame"):
+        self.hands.click(self.row("Hidden Apps"))
+        self.find("push button", "Unlock")
+        self.gallery.wait_until_still()
+        self.hands.type(password)
+        self.hands.keys("Return")
+
     def show_hidden(self):
+        self.enter()
+
+    def show_hidden_locked(self):
         self.hands.click(self.row("Hidden Apps"))
 
+    def show_hidden_locked_wrong(self):
+        self.enter("open")
+
     def show_hidden_card_menu(self):
-        self.hands.click(self.row("Hidden Apps"))
+        self.enter()
         self.hands.click(self.find("push button", "Private"), button=3)
 
 
@@ -262,5 +278,12 @@ class Bare(States):
     def begin(self):
         self.gallery.arrange(AllAppsSortOption="A to Z", quillbay_hidden_apps=[], quillbay_hidden_folders=[])
 
-    def show_hidden_nothing(self):
+    def show_hidden_setup(self):
         self.hands.click(self.row("Hidden Apps"))
+
+    def show_hidden_setup_wrong(self):
+        self.show_hidden_setup()
+        button = self.find("push button", "Set Password & Enable Lock")
+        self.gallery.wait_until_still()
+        self.hands.type("sesame")
+        self.hands.click(button)

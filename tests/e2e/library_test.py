@@ -43,10 +43,12 @@ class Library(LauncherCase):
             lists = store.execute("SELECT value FROM preferences WHERE key LIKE 'AppFolders~_%' ESCAPE '~'").fetchall()
         return next(folder for (value,) in lists for folder in json.loads(value) if folder["name"] == name)
 
+    def wait_for_focus(self, name, role="text"):
+        wait_until(lambda: self.program.is_focused(self.program.find(role, name)), PATIENCE, f"{name} has no focus")
+
     def make_folder(self, name):
         self.hands.click(self.program.find("push button", "New Folder"))
-        field = self.program.find("text", "Folder Name")
-        wait_until(lambda: self.program.is_focused(field), PATIENCE, "the name has no focus")
+        self.wait_for_focus("Folder Name")
         self.hands.keys("Return")  # an empty name makes none
         self.hands.type(name)
         self.hands.keys("Return")
@@ -100,6 +102,11 @@ class Library(LauncherCase):
         hands.click(self.row("Tools"))
         hands.click(self.tile("Gamma Player"), button=3, down=0.4)
         self.entry("Hide App Globally")
+        for field in ("Enter Password", "Confirm Password"):
+            self.wait_for_focus(field)
+            hands.type("sesame")
+            hands.keys("Tab")
+        hands.click(program.find("push button", "Set Password & Enable Lock"))
         program.wait_for_tiles(["Gamma Player"])
         for place, left in (("Tools", ["Beta Viewer", "Alpha Editor"]), ("Recent Apps", []), ("Favorites", [])):
             hands.click(self.row(place))
@@ -126,8 +133,22 @@ class Library(LauncherCase):
         program.wait_for_tiles(["Beta Viewer", "Alpha Editor"])
         hands.click(self.row("Later"))
         program.wait_for_tiles(["Zeta Fireworks"])
+
+        # What is hidden is nowhere to be found until the password opens it.
         hands.click(self.row("Hidden Apps"))
-        program.wait_for_tiles(["Gamma Player"])
+        self.wait_for_focus("Enter Password")
+        hands.type("Sesame")
+        hands.keys("Return")
+        program.find("alert", "Incorrect Password")
+        names = [node.get_name() for node in program.nodes(showing=False)]
+        self.assertFalse([name for name in names if "Gamma" in name or "esame" in name])
+        hands.type("sesame")
+        hands.keys("Return")
+        hands.click(self.tile("Gamma Player"), button=3, down=0.4)
+        self.entry("Unhide App Globally")
+        program.wait_for_tiles([])
+        hands.click(self.row("Tools"))
+        program.wait_for_tiles(["Beta Viewer", "Gamma Player", "Alpha Editor"])
         self.assertEqual(self.stored_folder("Tools")["color"], "#34C759")
 
 

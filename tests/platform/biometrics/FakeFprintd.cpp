@@ -1,50 +1,92 @@
 #include "platform/biometrics/FakeFprintd.h"
 
-#include <QDBusMessage>
+#include <QDBusObjectPath>
 
 namespace quillbay::testing {
 
 namespace {
 
-const QString serviceName = QStringLiteral("net.reactivated.Fprint");
-const QString managerPath = QStringLiteral("/net/reactivated/Fprint/Manager");
-
-QString errorName(const QString &error)
-{
-    return QStringLiteral("net.reactivated.Fprint.Error.") + error;
-}
+const QString root = QStringLiteral("/net/reactivated/Fprint");
 
 } // namespace
 
-const QString FakeFprintd::readerPath = QStringLiteral("/net/reactivated/Fprint/Device/0");
+const QString FakeFprintd::readerPath = root + QStringLiteral("/Device/0");
 
 FakeFprintd::FakeFprintd(PrivateBus &bus)
     : m_bus(bus)
     , m_connection(bus.connect())
 {
-    auto *manager = new FakeManager(*this);
-    manager->setParent(this);
-    auto *reader = new FakeReader(*this);
-    reader->setParent(this);
-    if (!m_connection.registerObject(managerPath, manager, QDBusConnection::ExportAllSlots) ||
-        !m_connection.registerObject(readerPath, reader, QDBusConnection::ExportAllSlots) ||
-        !m_connection.registerService(serviceName))
+    if (!m_connection.registerVirtualObject(root, this, QDBusConnection::SubPath) ||
+        !m_connection.registerService(QStringLiteral("net.reactivated.Fprint")))
         qFatal("fprintd cannot be played");
 }
 
 FakeFprintd::~FakeFprintd()
 {
-    m_connection.unregisterObject(managerPath);
-    m_connection.unregisterObject(readerPath);
+    m_connection.unregisterObject(root);
     m_bus.disconnect(m_connection);
+}
+
+bool FakeFprintd::handleMessage(const QDBusMessage &message, const QDBusConnection &connection)
+{
+    const QString method = message.member();
+    QDBusMessage reply = message.createReply();
+    if (method == QLatin1String("GetDefaultDevice"))
+        reply << QVariant::fromValue(QDBusObjectPath(readerPath));
+    else if (method == QLatin1String("ListEnrolledFingers"))
+        reply << fingers;
+    else
+        calls.append(method);
+    const QString error = refusal(message);
+    if (!error.isEmpty())
+        reply = message.createErrorReply(QStringLiteral("net.reactivated.Fprint.Error.") + error,
+                                         QStringLiteral("refused: ") + error);
+    if (method != silentMethod && !connection.send(reply))
+        qFatal("fprintd cannot answer");
+    if (error.isEmpty())
+        carryOut(message);
+    return true;
+}
+
+QString FakeFprintd::refusal(const QDBusMessage &message) const
+{
+    const QString method = message.member();
+    if (refusals.contains(method))
+        return refusals.value(method);
+    if (method == QLatin1String("GetDefaultDevice"))
+        return present ? QString() : QStringLiteral("NoSuchDevice");
+    if (method == QLatin1String("ListEnrolledFingers"))
+        return fingers.isEmpty() ? QStringLiteral("NoEnrolledPrints") : QString();
+    if (method == QLatin1String("Claim"))
+        return claimer.isEmpty() ? QString() : QStringLiteral("AlreadyInUse");
+    if (claimer != message.service())
+        return QStringLiteral("ClaimDevice");
+    if (method == QLatin1String("VerifyStart") && isVerifying)
+        return QStringLiteral("AlreadyInUse");
+    if (method == QLatin1String("VerifyStop") && !isVerifying)
+        return QStringLiteral("NoActionInProgress");
+    return {};
+}
+
+void FakeFprintd::carryOut(const QDBusMessage &message)
+{
+    const QString method = message.member();
+    if (method == QLatin1String("Claim")) {
+        claimer = message.service();
+    } else if (method == QLatin1String("Release")) {
+        claimer.clear();
+    } else if (method == QLatin1String("VerifyStart")) {
+        isVerifying = true;
+        reportNext();
+    } else if (method == QLatin1String("VerifyStop")) {
+        isVerifying = false;
+    }
 }
 
 void FakeFprintd::report(const QString &result)
 {
-    const bool isRetry = result.startsWith(QLatin1String("verify-retry")) ||
-                         result == QLatin1String("verify-swipe-too-short") ||
-                         result == QLatin1String("verify-finger-not-centered") ||
-                         result == QLatin1String("verify-remove-and-retry");
+    const bool isRetry =
+        result.contains(QLatin1String("retry")) || result == QLatin1String("verify-swipe-too-short");
     QDBusMessage status = QDBusMessage::createSignal(
         readerPath, QStringLiteral("net.reactivated.Fprint.Device"), QStringLiteral("VerifyStatus"));
     status << result << !isRetry;
@@ -56,89 +98,8 @@ void FakeFprintd::report(const QString &result)
 
 void FakeFprintd::reportNext()
 {
-    if (results.isEmpty())
-        return;
-    QMetaObject::invokeMethod(
-        this, [this, result = results.takeFirst()] { report(result); }, Qt::QueuedConnection);
-}
-
-FakeManager::FakeManager(FakeFprintd &service)
-    : m_service(service)
-{
-}
-
-QDBusObjectPath FakeManager::GetDefaultDevice()
-{
-    if (m_service.silentMethod == QLatin1String("GetDefaultDevice"))
-        setDelayedReply(true);
-    else if (!m_service.present)
-        sendErrorReply(errorName(QStringLiteral("NoSuchDevice")), QStringLiteral("No devices available"));
-    return QDBusObjectPath(FakeFprintd::readerPath);
-}
-
-FakeReader::FakeReader(FakeFprintd &service)
-    : m_service(service)
-{
-}
-
-bool FakeReader::isStranger() const
-{
-    return m_service.claimer != message().service();
-}
-
-bool FakeReader::begins(const char *method, const char *refusal)
-{
-    const QString name = QString::fromLatin1(method);
-    m_service.calls.append(name);
-    const QString error = m_service.refusals.value(name, QString::fromLatin1(refusal));
-    if (!error.isEmpty()) {
-        sendErrorReply(errorName(error), QStringLiteral("refused: ") + error);
-        return false;
-    }
-    if (m_service.silentMethod == name)
-        setDelayedReply(true);
-    return true;
-}
-
-QStringList FakeReader::ListEnrolledFingers(const QString &)
-{
-    if (m_service.fingers.isEmpty())
-        sendErrorReply(errorName(QStringLiteral("NoEnrolledPrints")), QStringLiteral("no prints"));
-    return m_service.fingers;
-}
-
-void FakeReader::Claim(const QString &)
-{
-    if (begins("Claim", m_service.isClaimed() ? "AlreadyInUse" : nullptr))
-        m_service.claimer = message().service();
-}
-
-void FakeReader::Release()
-{
-    if (begins("Release", isStranger() ? "ClaimDevice" : nullptr))
-        m_service.claimer.clear();
-}
-
-void FakeReader::VerifyStart(const QString &finger)
-{
-    const bool isWrong = finger != QLatin1String("any");
-    const char *refusal = isStranger()            ? "ClaimDevice"
-                          : isWrong               ? "InvalidFingername"
-                          : m_service.isVerifying ? "AlreadyInUse"
-                                                  : nullptr;
-    if (begins("VerifyStart", refusal)) {
-        m_service.isVerifying = true;
-        m_service.reportNext();
-    }
-}
-
-void FakeReader::VerifyStop()
-{
-    const char *refusal = isStranger()             ? "ClaimDevice"
-                          : !m_service.isVerifying ? "NoActionInProgress"
-                                                   : nullptr;
-    if (begins("VerifyStop", refusal))
-        m_service.isVerifying = false;
+    if (!results.isEmpty())
+        report(results.takeFirst());
 }
 
 } // namespace quillbay::testing

@@ -2,10 +2,9 @@
 
 #include "support/PrivateBus.h"
 
-#include <QDBusContext>
-#include <QDBusObjectPath>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QHash>
-#include <QObject>
 #include <QStringList>
 
 namespace quillbay::testing {
@@ -13,7 +12,7 @@ namespace quillbay::testing {
 /// A fingerprint service that the test scripts, with one reader. It keeps the rules of the real one: who has
 /// not claimed the reader cannot use it, and who claims it twice or starts a second verification is refused.
 /// On a connection of its own: the end of the object is the end of a process.
-class FakeFprintd : public QObject
+class FakeFprintd : public QDBusVirtualObject
 {
     Q_OBJECT
 
@@ -25,64 +24,29 @@ public:
     QStringList fingers{QStringLiteral("right-index-finger")};
     /// What each verification reports from its start on, until one that ends it; with none left it waits.
     QStringList results;
-    QHash<QString, QString> refusals; ///< Error names by method.
+    QHash<QString, QString> refusals; ///< Errors by method.
     QString silentMethod;             ///< Is carried out, and never answered.
 
-    QStringList calls; ///< Methods on the reader, in order, `ListEnrolledFingers` left out.
-    bool isClaimed() const { return !claimer.isEmpty(); }
+    QStringList calls; ///< What was called to use the reader, in order.
+    QString claimer;   ///< Empty while it is free.
     bool isVerifying = false;
-    QString claimer;
 
     /// The finger's next result, for a verification that waits.
     void report(const QString &result);
 
     static const QString readerPath;
 
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override;
+
 private:
+    /// The error that a call is refused with, or empty.
+    QString refusal(const QDBusMessage &message) const;
+    void carryOut(const QDBusMessage &message);
     void reportNext();
 
-    friend class FakeReader;
     PrivateBus &m_bus;
     QDBusConnection m_connection;
-};
-
-/// The service's objects on the bus.
-class FakeManager : public QObject, protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "net.reactivated.Fprint.Manager")
-
-public:
-    explicit FakeManager(FakeFprintd &service);
-
-public Q_SLOTS:
-    QDBusObjectPath GetDefaultDevice();
-
-private:
-    FakeFprintd &m_service;
-};
-
-class FakeReader : public QObject, protected QDBusContext
-{
-    Q_OBJECT
-    Q_CLASSINFO("D-Bus Interface", "net.reactivated.Fprint.Device")
-
-public:
-    explicit FakeReader(FakeFprintd &service);
-
-public Q_SLOTS:
-    QStringList ListEnrolledFingers(const QString &user);
-    void Claim(const QString &user);
-    void Release();
-    void VerifyStart(const QString &finger);
-    void VerifyStop();
-
-private:
-    /// Whether the method is to be carried out; if not, it has been refused.
-    bool begins(const char *method, const char *refusal = nullptr);
-    bool isStranger() const;
-
-    FakeFprintd &m_service;
 };
 
 } // namespace quillbay::testing
