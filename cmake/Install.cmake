@@ -14,3 +14,11 @@ install(FILES ${CMAKE_SOURCE_DIR}/assets/org.quillbay.Quillbay.desktop
         DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_SOURCE_DIR}/assets/org.quillbay.Quillbay.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+
+# What asks for the administrator's rights finds its helper by absolute path as well.
+install(TARGETS quillbay-elevate RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR})
+set(LIBEXECDIR ${CMAKE_INSTALL_FULL_LIBEXECDIR})
+configure_file(${CMAKE_SOURCE_DIR}/assets/org.quillbay.Quillbay.policy.in
+               ${CMAKE_BINARY_DIR}/org.quillbay.Quillbay.policy @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/org.quillbay.Quillbay.policy
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/polkit-1/actions)

@@ -8,14 +8,23 @@
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
 #include "platform/Biometrics.h"
+#include "platform/Elevation.h"
+#include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
+#include "platform/PackageManager.h"
 #include "platform/Platform.h"
 #include "platform/RecentDocuments.h"
+#include "platform/ResidualRoots.h"
+#include "platform/Trash.h"
 #include "platform/WindowEffects.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
+#include "uninstaller/AdminPrivileges.h"
+#include "uninstaller/ReceiptStore.h"
+#include "uninstaller/Uninstaller.h"
 #include "workspaces/WorkspaceManager.h"
 
 #include <QGuiApplication>
@@ -61,7 +70,16 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     Theme theme(*platform.appearance, *platform.windowEffects);
     WorkspaceManager workspaces(preferences, notifications);
     QuillbayApp app(platform, service, preferences, workspaces, notifications);
-    Screens screens(app.viewModel(), workspaces, notifications);
+    AdminPrivileges admin(*platform.elevation);
+    Uninstaller uninstaller({platform.residualRoots,
+                             std::move(platform.packages),
+                             {},
+                             *platform.fileRemoval,
+                             *platform.trash,
+                             admin,
+                             *platform.fullDiskAccess,
+                             ReceiptStore::defaultFolder()});
+    Screens screens(app.viewModel(), workspaces, notifications, uninstaller);
     if (!screens.window())
         return 1;
     app.finishLaunching(*screens.window(), show);

@@ -22,6 +22,7 @@ CardListModel::CardListModel(FolderContents &contents, QObject *parent)
     : SteppedListModel(parent)
     , m_contents(contents)
 {
+    setReplacesInPlace();
 }
 
 void CardListModel::scheduleUpdate()

@@ -51,12 +51,31 @@ void ExpandedCard::update()
         apps = m_viewModel.groupedAppsByCategory()->group(m_expandedCategoryName);
         title = apps ? m_expandedCategoryName : QString();
     }
-    if (apps == m_apps && title == m_title && folderId == m_folderId)
+    if (apps == m_source && title == m_title && folderId == m_folderId)
         return;
-    m_apps = apps;
+    show(apps);
+    if (!apps && !m_folderId.isEmpty())
+        m_apps.setItems({});
     m_title = title;
     m_folderId = folderId;
     Q_EMIT changed();
+}
+
+void ExpandedCard::show(AppListModel *source)
+{
+    if (source == m_source)
+        return;
+    if (m_source)
+        disconnect(m_source, nullptr, this, nullptr);
+    m_source = source;
+    if (!source)
+        return;
+    const auto follow = [this, source] { m_apps.setItems(source->items()); };
+    connect(source, &AppListModel::rowsInserted, this, follow);
+    connect(source, &AppListModel::rowsRemoved, this, follow);
+    connect(source, &AppListModel::rowsMoved, this, follow);
+    connect(source, &AppListModel::dataChanged, this, follow);
+    follow();
 }
 
 } // namespace quillbay

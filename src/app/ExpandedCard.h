@@ -1,12 +1,13 @@
 #pragma once
 
+#include "app/AppListModel.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
 
 namespace quillbay {
 
-class AppListModel;
 class FolderContents;
 class QuillbayViewModel;
 
@@ -18,8 +19,10 @@ class QuillbayViewModel;
 class ExpandedCard : public QObject
 {
     Q_OBJECT
-    /// The applications to show; null while nothing is expanded.
-    Q_PROPERTY(quillbay::AppListModel *apps READ apps NOTIFY changed)
+    Q_PROPERTY(bool isExpanded READ isExpanded NOTIFY changed)
+    /// The applications to show, always the same model. A category's stay after it was closed, so that what
+    /// shows them need not be made anew for the next.
+    Q_PROPERTY(quillbay::AppListModel *apps READ apps CONSTANT)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     /// Upper-case identifier of the shown folder; empty for a category.
     Q_PROPERTY(QString folderId READ folderId NOTIFY changed)
@@ -28,7 +31,8 @@ public:
     /// Both must outlive this object.
     ExpandedCard(QuillbayViewModel &viewModel, FolderContents &contents, QObject *parent = nullptr);
 
-    AppListModel *apps() const { return m_apps; }
+    bool isExpanded() const { return m_source; }
+    AppListModel *apps() { return &m_apps; }
     QString title() const { return m_title; }
     QString folderId() const { return m_folderId; }
 
@@ -42,12 +46,14 @@ Q_SIGNALS:
 
 private:
     void update();
+    void show(AppListModel *source);
 
     QuillbayViewModel &m_viewModel;
     FolderContents &m_contents;
     QString m_expandedFolderID;
     QString m_expandedCategoryName;
-    QPointer<AppListModel> m_apps;
+    QPointer<AppListModel> m_source;
+    AppListModel m_apps;
     QString m_title;
     QString m_folderId;
 };

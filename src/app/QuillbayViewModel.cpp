@@ -81,6 +81,15 @@ void QuillbayViewModel::setAppToUninstall(const std::optional<AppItem> &app)
     publish(m_appToUninstall, app, &QuillbayViewModel::appToUninstallChanged);
 }
 
+void QuillbayViewModel::setAppToUninstallPath(const QString &path)
+{
+    const qsizetype index = m_appFinder.index().ofPath(path);
+    if (index >= 0)
+        setAppToUninstall(AppItem(m_appFinder.apps()[index]));
+    else
+        setAppToUninstall({});
+}
+
 void QuillbayViewModel::updateFilteredApps()
 {
     const SidebarSelection *selection = m_selection ? &*m_selection : nullptr;

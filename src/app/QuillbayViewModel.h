@@ -47,6 +47,9 @@ class QuillbayViewModel : public SecurityLock
                    searchFocusTriggerChanged)
     Q_PROPERTY(
         bool showingAppPicker READ showingAppPicker WRITE setShowingAppPicker NOTIFY showingAppPickerChanged)
+    /// Its path; empty for nobody, as is a path that is not in the library.
+    Q_PROPERTY(QString appToUninstall READ appToUninstallPath WRITE setAppToUninstallPath NOTIFY
+                   appToUninstallChanged)
 
 public:
     /// Starts the first scan and the folder watch. The library and the services must outlive this object.
@@ -76,6 +79,8 @@ public:
     /// Whom the uninstaller is open for.
     const std::optional<AppItem> &appToUninstall() const { return m_appToUninstall; }
     void setAppToUninstall(const std::optional<AppItem> &app);
+    QString appToUninstallPath() const { return m_appToUninstall ? m_appToUninstall->path : QString(); }
+    void setAppToUninstallPath(const QString &path);
 
     /// What the grid lists: for a query every match whatever is selected (in the hidden list the matches
     /// among the hidden), else what is selected. A locked hidden list is empty.

@@ -38,14 +38,21 @@ public:
     /// Up to this many steps are sent one by one.
     static constexpr int mostSteps = 24;
 
+protected:
+    /// From now on rows that take the place of others are the same rows looking otherwise: for views whose
+    /// rows are costly to make. Rows that come or go without others in their place do so as before.
+    void setReplacesInPlace() { m_replacesInPlace = true; }
+
 private:
     void begin(const ListStep &step);
     void end(const ListStep &step);
     std::vector<ListStep> replacementOfMiddle(const QList<Item> &items) const;
+    void replaceInPlace(std::vector<ListStep> &steps, const QList<Item> &items);
     /// Rows of the new list that were there before and looked otherwise.
     std::vector<int> rowsOfNewLook(const std::vector<ListStep> &steps, const QList<Item> &items) const;
 
     QList<Item> m_items;
+    bool m_replacesInPlace = false;
 };
 
 template <typename Item>
@@ -65,7 +72,9 @@ void SteppedListModel<Item>::setItems(const QList<Item> &items)
     }
     const int before = this->count();
     const auto found = listSteps(m_items, items, mostSteps);
-    const std::vector<ListStep> steps = found ? *found : replacementOfMiddle(items);
+    std::vector<ListStep> steps = found ? *found : replacementOfMiddle(items);
+    if (m_replacesInPlace)
+        replaceInPlace(steps, items);
     const std::vector<int> newLooks = rowsOfNewLook(steps, items);
     for (size_t i = 0; i < steps.size(); ++i) {
         begin(steps[i]);
@@ -98,6 +107,24 @@ std::vector<int> SteppedListModel<Item>::rowsOfNewLook(const std::vector<ListSte
             rows.push_back(row);
     }
     return rows;
+}
+
+template <typename Item>
+void SteppedListModel<Item>::replaceInPlace(std::vector<ListStep> &steps, const QList<Item> &items)
+{
+    if (steps.size() != 2 || steps[0].kind != ListStep::Kind::Remove ||
+        steps[1].kind != ListStep::Kind::Insert || steps[0].row != steps[1].row)
+        return;
+    const int first = steps[0].row;
+    const int kept = std::min(steps[0].count, steps[1].count);
+    std::copy_n(items.cbegin() + steps[1].target, kept, m_items.begin() + first);
+    Q_EMIT this->dataChanged(this->index(first), this->index(first + kept - 1));
+    for (ListStep &step : steps) {
+        step.row += kept;
+        step.count -= kept;
+        step.target += kept;
+    }
+    std::erase_if(steps, [](const ListStep &step) { return step.count == 0; });
 }
 
 template <typename Item>

@@ -1,6 +1,5 @@
 #include "app/WorkspaceListModel.h"
 
-#include "foundation/Uuid.h"
 #include "workspaces/WorkspaceManager.h"
 
 #include <algorithm>

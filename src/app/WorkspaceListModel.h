@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/SteppedListModel.h"
+#include "foundation/Uuid.h"
 #include "workspaces/Workspace.h"
 
 namespace quillbay {
@@ -23,6 +24,8 @@ class WorkspaceListModel : public SteppedListModel<Workspace>
     Q_OBJECT
     /// Said once more: the tools do not see through the template.
     Q_PROPERTY(int count READ count NOTIFY countChanged)
+    /// Upper-case identifier.
+    Q_PROPERTY(QString shownId READ shownId NOTIFY shownChanged)
     Q_PROPERTY(QString shownName READ shownName NOTIFY shownChanged)
     Q_PROPERTY(QString shownIcon READ shownIcon NOTIFY shownChanged)
     Q_PROPERTY(QString shownColor READ shownColor NOTIFY shownChanged)
@@ -39,6 +42,7 @@ public:
     /// The manager must outlive this object.
     explicit WorkspaceListModel(const WorkspaceManager &manager, QObject *parent = nullptr);
 
+    QString shownId() const { return uuidString(m_shown.id); }
     QString shownName() const { return m_shown.name; }
     QString shownIcon() const { return m_shown.icon; }
     QString shownColor() const { return m_shown.color; }

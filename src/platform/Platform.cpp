@@ -5,10 +5,16 @@
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
 #include "platform/Biometrics.h"
+#include "platform/Elevation.h"
+#include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
+#include "platform/FullDiskAccess.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
+#include "platform/PackageManager.h"
 #include "platform/RecentDocuments.h"
+#include "platform/ResidualRoots.h"
+#include "platform/Trash.h"
 #include "platform/WindowEffects.h"
 
 namespace quillbay::platform {

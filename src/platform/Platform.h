@@ -9,10 +9,16 @@ class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
 class Biometrics;
+class Elevation;
+class FileRemoval;
 class FolderWatch;
+class FullDiskAccess;
 class GlobalHotkey;
 class IconSource;
+class PackageManager;
 class RecentDocuments;
+class ResidualRoots;
+class Trash;
 class WindowEffects;
 
 /// All services of the running desktop, each behind its interface. `main` makes one and owns it.
@@ -32,6 +38,12 @@ struct Platform
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
     std::unique_ptr<Biometrics> biometrics;
+    std::shared_ptr<const ResidualRoots> residualRoots; ///< Shared with scans that still run.
+    std::unique_ptr<FileRemoval> fileRemoval;
+    std::unique_ptr<Trash> trash;
+    std::unique_ptr<Elevation> elevation;
+    std::unique_ptr<PackageManager> packages;
+    std::unique_ptr<FullDiskAccess> fullDiskAccess;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

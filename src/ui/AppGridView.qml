@@ -41,6 +41,11 @@ FocusScope {
             header.searchField.requestFocus();
     }
 
+    readonly property string workspace: Workspaces.shownId
+    onWorkspaceChanged: {
+        appearance.stop();
+        workspaceAppearance.restart();
+    }
     readonly property bool searchFocusTrigger: ViewModel.searchFocusTrigger
     onSearchFocusTriggerChanged: focusSearch()
     readonly property bool isHiddenUnlocked: ViewModel.isHiddenUnlocked
@@ -128,6 +133,14 @@ FocusScope {
             to: 1
             duration: 180 * Theme.motion
         }
+        EaseInOut {
+            id: workspaceAppearance
+            target: content
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: 200 * Theme.motion
+        }
     }
     component LockPlace: Fade {
         anchors.fill: content
@@ -171,14 +184,25 @@ FocusScope {
         source: "ModernLoadingView.qml"
     }
 
+    // Made while the cards are looked at, and kept: it opens at once.
     Loader {
+        readonly property bool isNeeded: root.layout === "unified" || ExpandedCard.isExpanded
+        onIsNeededChanged: {
+            if (isNeeded)
+                active = true;
+        }
         anchors.fill: parent
-        active: ExpandedCard.apps !== null
+        active: false
+        asynchronous: !ExpandedCard.isExpanded
         source: "ExpandedPanel.qml"
     }
     Loader {
         active: ViewModel.showingAppPicker
         source: "AppPickerView.qml"
+    }
+    Loader {
+        active: ViewModel.appToUninstall !== ""
+        source: "UninstallerSheet.qml"
     }
 
     Connections {

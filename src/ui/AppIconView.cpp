@@ -1,11 +1,9 @@
 #include "ui/AppIconView.h"
 
-#include "ui/DevicePixelNode.h"
+#include "ui/PictureNode.h"
 
 #include <QCache>
 #include <QQuickWindow>
-#include <QSGImageNode>
-#include <QSGNode>
 
 #include <algorithm>
 #include <cmath>
@@ -25,127 +23,125 @@ struct ShadowLook
 constexpr ShadowLook resting{4, 2, 0.1};
 constexpr ShadowLook lifted{12, 6, 0.2};
 
-/// Shadows that every tile shows, by picture: scrolling and typing bring the same ones again and again.
-constexpr int keptShadows = 256;
+/// How far the resting shadow is drawn, in its radii: beyond, less is left of it than one level of grey.
+constexpr qreal restingReach = 2;
 
-IconShadow restingShadow(const QImage &icon, qreal edge)
+/// Icons on their resting shadows, by icon: scrolling and typing bring the same ones again and again.
+constexpr int keptBytes = 12 << 20;
+
+IconShadow shadowOf(const QImage &icon, qreal edge, const ShadowLook &look)
 {
-    thread_local QCache<std::pair<qint64, qreal>, IconShadow> cache(keptShadows);
+    return iconShadow(icon, edge, look.radius, look.offset, look.opacity);
+}
+
+/// Around the icon on its resting shadow, in its pixels.
+QMargins room(const QImage &icon, qreal edge)
+{
+    const qreal ratio = icon.width() / edge;
+    const auto pixels = [ratio](qreal length) { return int(std::ceil(length * ratio)); };
+    const qreal reach = restingReach * resting.radius;
+    return {pixels(reach), pixels(reach - resting.offset), pixels(reach), pixels(reach + resting.offset)};
+}
+
+QImage atRest(const QImage &icon, qreal edge)
+{
+    static QCache<std::pair<qint64, qreal>, QImage> cache(keptBytes);
     const std::pair key(icon.cacheKey(), edge);
-    if (const IconShadow *kept = cache.object(key))
+    if (const QImage *kept = cache.object(key))
         return *kept;
-    const IconShadow shadow = iconShadow(icon, edge, resting.radius, resting.offset, resting.opacity);
-    cache.insert(key, new IconShadow(shadow));
-    return shadow;
+    const QImage made = onShadow(icon, shadowOf(icon, edge, resting), room(icon, edge));
+    cache.insert(key, new QImage(made), int(made.sizeInBytes()));
+    return made;
 }
 
-QSGImageNode *imageNode(QQuickWindow *window, const QImage &image)
-{
-    QSGImageNode *node = window->createImageNode();
-    node->setOwnsTexture(true);
-    node->setTexture(window->createTextureFromImage(image, QQuickWindow::TextureCanUseAtlas));
-    node->setSourceRect(QRectF(QPointF(), QSizeF(image.size())));
-    node->setFiltering(QSGTexture::Linear);
-    return node;
-}
-
-} // namespace
-
-/// Two shadows below the icon, each behind an opacity of its own. The lifted one exists once the pointer has
-/// been there.
-class AppIconView::Node : public DevicePixelNode
+/// A picture behind an opacity of its own.
+class FadingPicture
 {
 public:
-    Node()
+    explicit FadingPicture(QQuickWindow *window)
+        : m_picture(window)
     {
-        for (Shadow *shadow : {&m_resting, &m_lifted}) {
-            shadow->node.setFlag(QSGNode::OwnedByParent, false);
-            appendChildNode(&shadow->node);
-        }
+        m_opacity.setFlag(QSGNode::OwnedByParent, false);
+        m_picture.setFlag(QSGNode::OwnedByParent, false);
+        m_opacity.appendChildNode(&m_picture);
     }
-    ~Node() override
-    {
-        removeAllChildNodes();
-        delete m_icon;
-    }
+    ~FadingPicture() { m_opacity.removeAllChildNodes(); }
+    FadingPicture(const FadingPicture &) = delete;
+    FadingPicture &operator=(const FadingPicture &) = delete;
 
-    void setIcon(QQuickWindow *window, const QImage &icon, qreal edge)
-    {
-        m_resting.clear();
-        m_lifted.clear();
-        if (m_icon) {
-            removeChildNode(m_icon);
-            delete m_icon;
-        }
-        m_icon = imageNode(window, icon);
-        m_icon->setFlag(QSGNode::OwnedByParent, false);
-        appendChildNode(m_icon);
-        m_resting.show(window, restingShadow(icon, edge));
-    }
+    QSGNode *node() { return &m_opacity; }
 
-    void setLift(QQuickWindow *window, const QImage &icon, qreal edge, qreal lift)
+    void show(const IconShadow &shadow, qreal edge, qreal opacity)
     {
-        if (lift > 0 && !m_lifted.image)
-            m_lifted.show(window, iconShadow(icon, edge, lifted.radius, lifted.offset, lifted.opacity));
-        m_resting.node.setOpacity(1 - lift);
-        m_lifted.node.setOpacity(lift);
-    }
-
-    /// `fits` says that the icon is as large as the item is in device pixels.
-    void place(qreal edge, qreal devicePixelRatio, bool fits)
-    {
-        const QSizeF size = fits ? m_icon->sourceRect().size() / devicePixelRatio : QSizeF(edge, edge);
-        const QRectF rect(QPointF(), size);
-        m_icon->setRect(rect);
-        m_resting.place(rect);
-        m_lifted.place(rect);
-        setAlignment(devicePixelRatio, fits);
-    }
-
-protected:
-    void setExact(bool exact) override
-    {
-        const QSGTexture::Filtering filtering = exact ? QSGTexture::Nearest : QSGTexture::Linear;
-        if (filtering != m_icon->filtering())
-            m_icon->setFiltering(filtering);
+        m_opacity.setOpacity(opacity);
+        m_picture.show(shadow.image, QRectF(shadow.rect.topLeft() * edge, shadow.rect.size() * edge));
     }
 
 private:
-    struct Shadow
-    {
-        QSGOpacityNode node;
-        QSGImageNode *image = nullptr;
-        QRectF relative;
+    QSGOpacityNode m_opacity;
+    PictureNode m_picture;
+};
 
-        ~Shadow() { clear(); }
-        void clear()
-        {
-            node.removeAllChildNodes();
-            delete image;
-            image = nullptr;
+} // namespace
+
+/// At rest one picture. While lifted the icon, below it its two shadows, which take each other's place.
+class AppIconView::Node : public QSGNode
+{
+public:
+    explicit Node(QQuickWindow *window)
+        : m_window(window)
+        , m_front(window)
+    {
+        m_front.setFlag(OwnedByParent, false);
+        appendChildNode(&m_front);
+    }
+    ~Node() override { removeAllChildNodes(); }
+
+    void show(const AppIconView &view)
+    {
+        const qreal edge = view.width();
+        if (view.m_lift <= 0) {
+            removeShadows();
+            const QMarginsF around = room(view.m_icon, edge).toMarginsF() / (view.m_icon.width() / edge);
+            m_front.show(view.m_atRest, QRectF(0, 0, edge, edge).marginsAdded(around));
+            return;
         }
-        void show(QQuickWindow *window, const IconShadow &shadow)
-        {
-            if (shadow.image.isNull())
-                return;
-            image = imageNode(window, shadow.image);
-            image->setFlag(QSGNode::OwnedByParent, false);
-            node.appendChildNode(image);
-            relative = shadow.rect;
+        const bool isNew = !m_shadows;
+        if (isNew)
+            m_shadows = std::make_unique<Shadows>(m_window);
+        m_shadows->resting.show(view.m_shadows[0], edge, 1 - view.m_lift);
+        m_shadows->lifted.show(view.m_shadows[1], edge, view.m_lift);
+        if (isNew) { // not before they have a texture: the software renderer looks at it at once
+            prependChildNode(m_shadows->lifted.node());
+            prependChildNode(m_shadows->resting.node());
         }
-        void place(const QRectF &rect)
+        m_front.show(view.m_icon, QRectF(0, 0, edge, edge));
+    }
+
+private:
+    struct Shadows
+    {
+        explicit Shadows(QQuickWindow *window)
+            : resting(window)
+            , lifted(window)
         {
-            if (!image)
-                return;
-            image->setRect(QRectF(rect.x() + relative.x() * rect.width(),
-                                  rect.y() + relative.y() * rect.height(), relative.width() * rect.width(),
-                                  relative.height() * rect.height()));
         }
+        FadingPicture resting;
+        FadingPicture lifted;
     };
 
-    Shadow m_resting;
-    Shadow m_lifted;
-    QSGImageNode *m_icon = nullptr;
+    void removeShadows()
+    {
+        if (!m_shadows)
+            return;
+        removeChildNode(m_shadows->resting.node());
+        removeChildNode(m_shadows->lifted.node());
+        m_shadows.reset();
+    }
+
+    QQuickWindow *m_window;
+    PictureNode m_front;
+    std::unique_ptr<Shadows> m_shadows;
 };
 
 AppIconView::AppIconView(QQuickItem *parent)
@@ -171,25 +167,20 @@ void AppIconView::setLift(qreal lift)
         return;
     m_lift = within;
     Q_EMIT liftChanged();
-    update();
+    polish();
 }
 
 void AppIconView::takeIcon()
 {
     m_icon = m_loader.icon();
-    m_iconIsNew = true;
-    update();
-}
-
-int AppIconView::pixelSize() const
-{
-    return int(std::lround(width() * window()->effectiveDevicePixelRatio()));
+    m_isNew = true;
+    polish();
 }
 
 void AppIconView::updatePixelSize()
 {
     if (window() && isComponentComplete())
-        m_loader.setPixelSize(pixelSize());
+        m_loader.setPixelSize(int(std::lround(width() * window()->effectiveDevicePixelRatio())));
 }
 
 void AppIconView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
@@ -197,7 +188,8 @@ void AppIconView::geometryChange(const QRectF &newGeometry, const QRectF &oldGeo
     QQuickItem::geometryChange(newGeometry, oldGeometry);
     if (newGeometry.size() != oldGeometry.size()) {
         updatePixelSize();
-        update();
+        m_isNew = true;
+        polish();
     }
 }
 
@@ -205,7 +197,8 @@ void AppIconView::itemChange(ItemChange change, const ItemChangeData &value)
 {
     if (change == ItemSceneChange || change == ItemDevicePixelRatioHasChanged) {
         updatePixelSize();
-        update();
+        m_isNew = true;
+        polish();
     }
     QQuickItem::itemChange(change, value);
 }
@@ -216,23 +209,27 @@ void AppIconView::componentComplete()
     updatePixelSize();
 }
 
+void AppIconView::updatePolish()
+{
+    if (m_icon.isNull() || width() <= 0)
+        return;
+    if (std::exchange(m_isNew, false)) {
+        m_atRest = atRest(m_icon, width());
+        m_shadows = {};
+    }
+    if (m_lift > 0 && m_shadows[0].image.isNull())
+        m_shadows = {shadowOf(m_icon, width(), resting), shadowOf(m_icon, width(), lifted)};
+    update();
+}
+
 QSGNode *AppIconView::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
 {
-    auto *node = static_cast<Node *>(old);
-    if (m_icon.isNull() || width() <= 0) {
-        delete node;
-        m_iconIsNew = true;
+    if (m_atRest.isNull()) {
+        delete old;
         return nullptr;
     }
-    if (!node) {
-        node = new Node;
-        m_iconIsNew = true;
-    }
-    if (m_iconIsNew)
-        node->setIcon(window(), m_icon, width());
-    m_iconIsNew = false;
-    node->setLift(window(), m_icon, width(), m_lift);
-    node->place(width(), window()->effectiveDevicePixelRatio(), m_icon.width() == pixelSize());
+    auto *node = old ? static_cast<Node *>(old) : new Node(window());
+    node->show(*this);
     return node;
 }
 

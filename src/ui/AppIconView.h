@@ -5,6 +5,8 @@
 
 #include <QQuickItem>
 
+#include <array>
+
 namespace quillbay {
 
 /// The icon of an application with its shadow: the real one at once where it is cached, else the generic one
@@ -39,6 +41,7 @@ Q_SIGNALS:
     void liftChanged();
 
 protected:
+    void updatePolish() override;
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
     void itemChange(ItemChange change, const ItemChangeData &value) override;
@@ -47,15 +50,16 @@ protected:
 private:
     class Node;
 
-    int pixelSize() const;
     void updatePixelSize();
     void takeIcon();
 
     AppIconLoader m_loader;
     QString m_path;
     QImage m_icon;
+    QImage m_atRest;                     ///< The icon on its resting shadow.
+    std::array<IconShadow, 2> m_shadows; ///< Resting and lifted, once the pointer has been there.
     qreal m_lift = 0;
-    bool m_iconIsNew = false;
+    bool m_isNew = false;
 };
 
 } // namespace quillbay

@@ -15,15 +15,17 @@ Item {
     /*! A dragged application would go here. */
     property bool targeted: false
 
-    readonly property bool isHovering: area.containsMouse
+    /*! It only passes below the pointer: the list is moving. */
+    property bool passing: false
+
+    readonly property bool isHovering: area.containsMouse && !passing && !DragSource.active
     property bool isPressed: false
     property bool isLaunching: false
 
-    /*! 0 at rest, 1 with the pointer over the tile; between, and shortly beyond, on the spring. */
-    property real hover: isHovering ? 1 : 0
-    property real press: isPressed ? 1 : 0
-    property real iconLaunch: isLaunching ? 1 : 0
-    property real textLaunch: isLaunching ? 1 : 0
+    readonly property TileMotion motion: motionHost.item as TileMotion
+    readonly property real hover: motion ? motion.hover : 0
+    readonly property real press: motion ? motion.press : 0
+    readonly property real iconLaunch: motion ? motion.iconLaunch : 0
 
     signal contextMenuRequested(real x, real y)
     signal launched
@@ -31,8 +33,6 @@ Item {
     function launch() {
         isLaunching = true;
         ViewModel.launchApp(path, Window.window);
-        if (!launchTimer.running)
-            launchTimer.start();
         launched();
     }
 
@@ -44,38 +44,10 @@ Item {
 
     // A tile that waits for its next application is not there for anyone, screen readers included.
     visible: index >= 0
-    onVisibleChanged: {
-        launchTimer.stop();
-        isLaunching = false;
-    }
+    onPathChanged: isLaunching = false
+    onVisibleChanged: isLaunching = false
 
-    scale: targeted ? 1.08 : 1
-    Behavior on scale {
-        SpringMotion {
-            preset: SpringMotion.DragHighlight
-        }
-    }
-    Behavior on hover {
-        SpringMotion {}
-    }
-    Behavior on press {
-        SpringMotion {}
-    }
-    Behavior on iconLaunch {
-        EaseOut {
-            duration: 300
-        }
-    }
-    Behavior on textLaunch {
-        EaseOut {
-            duration: 200
-        }
-    }
-    Timer {
-        id: launchTimer
-        interval: 300
-        onTriggered: root.isLaunching = false
-    }
+    scale: motion ? 1 + 0.08 * motion.target : 1
 
     Item {
         id: block
@@ -85,13 +57,25 @@ Item {
         height: 90
         scale: (1 + 0.08 * root.hover) * (1 - root.press) + 0.95 * root.press
 
-        PictureItem {
+        Loader {
+            id: motionHost
+            readonly property bool isTouched: root.isHovering || root.isPressed || root.isLaunching || root.targeted
+            onIsTouchedChanged: active = true
             anchors.fill: parent
-            visible: root.hover > 0
-            picture: visible ? Artwork.plate(90, 20, Theme.primary, Screen.devicePixelRatio) : undefined
-            opacity: Math.min(1, root.hover)
+            active: false
+            source: "TileMotion.qml"
+            onLoaded: {
+                const motion = item as TileMotion;
+                motion.isHovering = Qt.binding(() => root.isHovering);
+                motion.isPressed = Qt.binding(() => root.isPressed);
+                motion.isTargeted = Qt.binding(() => root.targeted);
+                motion.isLaunching = Qt.binding(() => root.isLaunching);
+                motion.launchShown.connect(() => root.isLaunching = false);
+                icon.transform = motion.tilt;
+            }
         }
         AppIconView {
+            id: icon
             x: 5
             y: 5
             width: 80
@@ -100,47 +84,29 @@ Item {
             lift: root.hover
             opacity: 0.6 * root.iconLaunch + (1 - 0.1 * root.hover) * (1 - root.iconLaunch)
             scale: (1 + 0.05 * root.hover) * (1 - root.press) + 0.95 * root.press
-            transform: Rotation {
-                origin.x: 40
-                origin.y: 40
-                axis {
-                    x: 1
-                    y: 0
-                    z: 0
-                }
-                angle: 5 * root.hover
-            }
         }
     }
 
-    Text {
-        anchors {
-            top: block.bottom
-            topMargin: 8
-            horizontalCenter: parent.horizontalCenter
-        }
+    TextPicture {
+        x: (root.width - width) / 2
+        y: block.y + block.height + 8
         width: 110
         text: root.name
-        textFormat: Text.PlainText
         color: Theme.primary
-        opacity: 1 - 0.5 * root.textLaunch
-        font {
-            pixelSize: 12
-            weight: Font.Medium
-        }
-        horizontalAlignment: Text.AlignHCenter
-        wrapMode: Text.Wrap
+        opacity: root.motion ? 1 - 0.5 * root.motion.textLaunch : 1
+        pixelSize: 12
+        weight: Font.Medium
         maximumLineCount: 2
-        elide: Text.ElideRight
-    }
-
-    FocusRing {
-        cornerRadius: 20
-        visible: root.focused
+        centered: true
     }
 
     MouseArea {
         id: area
+
+        property point pressPlace
+        /*! A finger or a pen, as far as the press itself tells. */
+        property bool isTouch: false
+
         anchors.fill: parent
         hoverEnabled: true
         acceptedButtons: Qt.LeftButton | Qt.RightButton
@@ -151,18 +117,19 @@ Item {
                 root.launch();
         }
         onPressAndHold: mouse => {
-            if (mouse.source !== Qt.MouseEventNotSynthesized)
+            if (isTouch)
                 root.contextMenuRequested(mouse.x, mouse.y);
         }
-        onPressed: mouse => pressPlace = Qt.point(mouse.x, mouse.y)
+        onPressed: mouse => {
+            isTouch = mouse.source !== Qt.MouseEventNotSynthesized;
+            pressPlace = Qt.point(mouse.x, mouse.y);
+        }
         onPositionChanged: mouse => {
-            if (!(pressedButtons & Qt.LeftButton) || mouse.source !== Qt.MouseEventNotSynthesized)
+            if (!(pressedButtons & Qt.LeftButton) || isTouch)
                 return;
             const way = Math.abs(mouse.x - pressPlace.x) + Math.abs(mouse.y - pressPlace.y);
             if (way >= Application.styleHints.startDragDistance)
                 DragSource.dragUrl(block, GridDrops.beginAppDrag(root.path), mapToItem(block, pressPlace));
         }
-
-        property point pressPlace
     }
 }

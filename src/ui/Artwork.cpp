@@ -1,8 +1,11 @@
 #include "ui/Artwork.h"
 
+#include "ui/vocabulary/Symbols.h"
+
 #include <QImage>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPainterPath>
 #include <QRadialGradient>
 
 #include <cmath>
@@ -139,6 +142,33 @@ QVariant Artwork::arc(qreal edge, qreal stroke, qreal degrees, const QColor &fro
         painter.drawEllipse(line);
     else
         painter.drawArc(line, 90 * 16, -int(std::lround(degrees * 16)));
+    painter.end();
+    return finished(image);
+}
+
+QVariant Artwork::glow(qreal edge, const QColor &color, qreal ratio) const
+{
+    QImage image = canvas(edge, ratio);
+    QPainter painter(&image);
+    QRadialGradient gradient(QPointF(edge / 2, edge / 2), edge / 2);
+    gradient.setColorAt(0, color);
+    gradient.setColorAt(1, faded(color, 0));
+    painter.fillRect(QRectF(0, 0, edge, edge), gradient);
+    painter.end();
+    return finished(image);
+}
+
+QVariant Artwork::symbol(const QString &name, qreal size, qreal edge, const QColor &from, const QColor &to,
+                         qreal ratio) const
+{
+    QImage image = canvas(edge, ratio);
+    QPainterPath path;
+    path.addText(0, 0, Symbols::font(name, size, QFont::Normal), Symbols::text(name));
+    const QRectF bounds = path.boundingRect();
+    path.translate(QPointF(edge / 2, edge / 2) - bounds.center());
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillPath(path, diagonal(path.boundingRect(), from, to));
     painter.end();
     return finished(image);
 }

@@ -50,6 +50,12 @@ public:
     /// A segment of a circle of `degrees`, with round ends.
     Q_INVOKABLE QVariant arc(qreal edge, qreal stroke, qreal degrees, const QColor &from, const QColor &to,
                              qreal ratio) const;
+    /// A disc that is `color` in its middle and fades to nothing at its edge.
+    Q_INVOKABLE QVariant glow(qreal edge, const QColor &color, qreal ratio) const;
+    /// A symbol of that size in the middle of the picture, from `from` at its top left to `to` at its bottom
+    /// right.
+    Q_INVOKABLE QVariant symbol(const QString &name, qreal size, qreal edge, const QColor &from,
+                                const QColor &to, qreal ratio) const;
     /// A filled disc of diameter `disc` with a glow of `glow` (standard deviation of its blur); `edge`
     /// includes the glow.
     Q_INVOKABLE QVariant glowingDisc(qreal edge, qreal disc, qreal glow, const QColor &from, const QColor &to,

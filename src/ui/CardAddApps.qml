@@ -3,7 +3,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quillbay.Vocabulary
 
-/*! What a card without applications offers instead of them. */
+/*! What a card without applications offers instead of them. Its clicks are the card's, which can be dragged by it. */
 Item {
     id: root
 
@@ -35,9 +35,5 @@ Item {
                 weight: Font.Medium
             }
         }
-    }
-    MouseArea {
-        anchors.fill: parent
-        onClicked: root.clicked()
     }
 }

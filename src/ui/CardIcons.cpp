@@ -1,12 +1,11 @@
 #include "ui/CardIcons.h"
 
-#include "ui/DevicePixelNode.h"
 #include "ui/IconShadow.h"
+#include "ui/PictureNode.h"
 
 #include <QCache>
 #include <QPainter>
 #include <QQuickWindow>
-#include <QSGImageNode>
 
 #include <algorithm>
 #include <cmath>
@@ -56,54 +55,8 @@ QImage cardIcon(const QImage &icon)
     const int reach = int(std::lround(cardIconReach * ratio));
     const QImage face = rounded(icon);
     const IconShadow shadow = iconShadow(face, CardIcons::edge, shadowRadius, shadowOffset, shadowOpacity);
-    QImage result(icon.size() + QSize(2 * reach, 2 * reach), QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    const qreal edge = icon.width();
-    painter.drawImage(QRectF(reach + shadow.rect.x() * edge, reach + shadow.rect.y() * edge,
-                             shadow.rect.width() * edge, shadow.rect.height() * edge),
-                      shadow.image);
-    painter.drawImage(reach, reach, face);
-    return result;
+    return onShadow(face, shadow, QMargins(reach, reach, reach, reach));
 }
-
-class CardIcons::Node : public DevicePixelNode
-{
-public:
-    explicit Node(QQuickWindow *window)
-        : m_image(window->createImageNode())
-    {
-        m_image->setFlag(QSGNode::OwnedByParent, false);
-        m_image->setOwnsTexture(true);
-        appendChildNode(m_image.get());
-    }
-    ~Node() override { removeAllChildNodes(); }
-
-    void show(QQuickWindow *window, const QImage &picture)
-    {
-        if (picture.cacheKey() != m_key) {
-            m_image->setTexture(window->createTextureFromImage(picture));
-            m_image->setSourceRect(picture.rect());
-            m_key = picture.cacheKey();
-        }
-        const qreal ratio = window->effectiveDevicePixelRatio();
-        m_image->setRect(QRectF(QPointF(), QSizeF(picture.size()) / ratio));
-        setAlignment(ratio, true);
-    }
-
-protected:
-    void setExact(bool exact) override
-    {
-        const QSGTexture::Filtering filtering = exact ? QSGTexture::Nearest : QSGTexture::Linear;
-        if (filtering != m_image->filtering())
-            m_image->setFiltering(filtering);
-    }
-
-private:
-    std::unique_ptr<QSGImageNode> m_image;
-    qint64 m_key = 0;
-};
 
 CardIcons::CardIcons(QQuickItem *parent)
     : QQuickItem(parent)
@@ -201,8 +154,9 @@ QSGNode *CardIcons::updatePaintNode(QSGNode *old, UpdatePaintNodeData *)
         delete old;
         return nullptr;
     }
-    auto *node = old ? static_cast<Node *>(old) : new Node(window());
-    node->show(window(), m_picture);
+    auto *node = old ? static_cast<PictureNode *>(old) : new PictureNode(window());
+    node->show(m_picture,
+               QRectF(QPointF(), QSizeF(m_picture.size()) / window()->effectiveDevicePixelRatio()));
     return node;
 }
 

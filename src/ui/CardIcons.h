@@ -60,8 +60,6 @@ protected:
     void itemChange(ItemChange change, const ItemChangeData &value) override;
 
 private:
-    class Node;
-
     void listChanged();
     AppIconLoader &loader(int row);
     void paint(int first, int last);

@@ -30,6 +30,11 @@ Flickable {
         return true;
     }
 
+    function toTop() {
+        glide.stop();
+        contentY = 0;
+    }
+
     width: 192
     contentHeight: icons.contentHeight
     interactive: overflows && !hovered

@@ -23,7 +23,7 @@ Item {
 
     readonly property bool isFolder: folderId !== ""
     readonly property bool isEmpty: apps !== null && apps.count === 0
-    readonly property bool isHovering: area.containsMouse
+    readonly property bool isHovering: area.containsMouse && !DragSource.active
     readonly property bool isEditingName: titleField.active
     readonly property string help: isFolder ? qsTr("Folder: %1").arg(name) : qsTr("Click to see all %1 apps in %2").arg(apps ? apps.count : 0).arg(name)
 
@@ -53,6 +53,10 @@ Item {
     }
     /*! A folder's title waits whether a second click wants to rename it. */
     function click(x: real, y: real) {
+        if (isEmpty && addition.contains(mapToItem(addition, x, y))) {
+            addApps();
+            return;
+        }
         const inTitle = isFolder && title.contains(mapToItem(title, x, y));
         if (isEditingName && inTitle)
             return;
@@ -62,6 +66,13 @@ Item {
             beginRename();
         else
             expansion.start();
+    }
+
+    // Another card takes this one's place.
+    onIdentifierChanged: {
+        expansion.stop();
+        titleField.active = false;
+        preview.toTop();
     }
 
     width: 260
@@ -108,16 +119,19 @@ Item {
 
         property point pressPlace
         property bool dragged: false
+        /*! A finger or a pen, as far as the press itself tells. */
+        property bool isTouch: false
 
         anchors.fill: parent
         hoverEnabled: true
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onPressed: mouse => {
             dragged = false;
+            isTouch = mouse.source !== Qt.MouseEventNotSynthesized;
             pressPlace = Qt.point(mouse.x, mouse.y);
         }
         onPositionChanged: mouse => {
-            if (dragged || !root.movable || !(pressedButtons & Qt.LeftButton) || mouse.source !== Qt.MouseEventNotSynthesized)
+            if (dragged || !root.movable || !(pressedButtons & Qt.LeftButton) || isTouch)
                 return;
             const way = Math.abs(mouse.x - pressPlace.x) + Math.abs(mouse.y - pressPlace.y);
             if (way < Application.styleHints.startDragDistance)
@@ -132,7 +146,7 @@ Item {
                 root.click(mouse.x, mouse.y);
         }
         onPressAndHold: mouse => {
-            if (mouse.source !== Qt.MouseEventNotSynthesized)
+            if (isTouch)
                 root.contextMenuRequested(mouse.x, mouse.y);
         }
     }
@@ -193,6 +207,7 @@ Item {
         onTapped: root.expanded()
     }
     Loader {
+        id: addition
         x: 20
         y: preview.y
         width: parent.width - 40

@@ -9,25 +9,38 @@ import Quillbay.Vocabulary
 FocusScope {
     id: root
 
+    property bool isExpanded: true
     required property string title
     required property AppListModel apps
     /*! Empty for a category. */
     property string folderId
 
-    /*! It has gone, and is to be taken away. */
+    /*! It has gone. */
     signal dismissed
 
+    function appear() {
+        exit.stop();
+        opacity = 0;
+        panel.scale = 0.98;
+        tiles.currentIndex = -1;
+        tiles.toTop();
+        focusReturn.remember(root);
+        tiles.forceActiveFocus(Qt.PopupFocusReason);
+        entrance.start();
+    }
     function dismissWithAnimation() {
         entrance.stop();
         exit.start();
     }
-    function finish() {
+    function leave() {
+        entrance.stop();
+        exit.stop();
         if (activeFocus && focusReturn.origin && focusReturn.origin.visible)
             focusReturn.origin.forceActiveFocus(Qt.PopupFocusReason);
-        dismissed();
     }
 
     anchors.fill: parent
+    visible: isExpanded
     opacity: 0
 
     Accessible.role: Accessible.Dialog
@@ -36,9 +49,14 @@ FocusScope {
     Keys.onEscapePressed: dismissWithAnimation()
 
     Component.onCompleted: {
-        focusReturn.remember(root);
-        tiles.forceActiveFocus(Qt.PopupFocusReason);
-        entrance.start();
+        if (isExpanded)
+            appear();
+    }
+    onIsExpandedChanged: {
+        if (isExpanded)
+            appear();
+        else
+            leave();
     }
 
     FocusReturn {
@@ -76,13 +94,17 @@ FocusScope {
             }
         }
         ScriptAction {
-            script: root.finish()
+            script: {
+                root.leave();
+                root.dismissed();
+            }
         }
     }
 
-    Rectangle {
+    DimmedSurround {
         anchors.fill: parent
-        color: Qt.rgba(0, 0, 0, 0.45)
+        // Within the panel wherever it is round, and while it is still small.
+        hole: Qt.rect(panel.x + 24, panel.y + 24, panel.width - 48, panel.height - 48)
     }
     // Nothing reaches what is behind.
     MouseArea {
@@ -109,6 +131,7 @@ FocusScope {
 
         FloatShadow {
             anchors.fill: parent
+            hollow: true
             color: Qt.rgba(0, 0, 0, Theme.dark ? 0.4 : 0.15)
         }
         ModalBacking {

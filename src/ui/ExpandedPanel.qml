@@ -5,6 +5,7 @@ import Quillbay.Ui
 
 /*! The panel of the card that is expanded. */
 CategoryModalView {
+    isExpanded: ExpandedCard.isExpanded
     apps: ExpandedCard.apps
     title: ExpandedCard.title
     folderId: ExpandedCard.folderId

@@ -12,12 +12,15 @@ Item {
     property real blur: 40
     property real offset: 20
     property color color: Qt.rgba(0, 0, 0, 0.25)
+    /*! Nothing is drawn where the rectangle itself hides it. */
+    property bool hollow: false
 
     PictureItem {
         x: -3 * root.blur
         y: -3 * root.blur + root.offset
         width: root.width + 6 * root.blur
         height: root.height + 6 * root.blur
+        hole: root.hollow ? Qt.rect(3 * root.blur + root.radius, 3 * root.blur - root.offset + root.radius, root.width - 2 * root.radius, root.height - 2 * root.radius) : Qt.rect(0, 0, 0, 0)
         picture: root.visible ? Artwork.shadow(root.width, root.height, root.radius, root.blur, root.color) : undefined
     }
 }

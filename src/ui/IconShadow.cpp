@@ -81,4 +81,17 @@ IconShadow iconShadow(const QImage &picture, qreal edge, qreal radius, qreal off
     return {shape, QRectF(-margin * pixel, -margin * pixel + offset / edge, outer * pixel, outer * pixel)};
 }
 
+QImage onShadow(const QImage &picture, const IconShadow &shadow, const QMargins &room)
+{
+    QImage result(picture.size().grownBy(room), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.translate(room.left(), room.top());
+    const qreal edge = picture.width();
+    painter.drawImage(QRectF(shadow.rect.topLeft() * edge, shadow.rect.size() * edge), shadow.image);
+    painter.drawImage(0, 0, picture);
+    return result;
+}
+
 } // namespace quillbay

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <QMargins>
 #include <QRectF>
 
 namespace quillbay {
@@ -17,5 +18,9 @@ struct IconShadow
 /// `opacity`, moved down by `offset`. Radius and offset are in units in which the picture is `edge` wide.
 /// Costs some tens of microseconds for an icon. A null picture gives a null shadow.
 IconShadow iconShadow(const QImage &picture, qreal edge, qreal radius, qreal offset, qreal opacity);
+
+/// The picture on its shadow, in one. `room`, in pixels, is added around the picture; what the shadow has
+/// beyond it is cut off.
+QImage onShadow(const QImage &picture, const IconShadow &shadow, const QMargins &room);
 
 } // namespace quillbay

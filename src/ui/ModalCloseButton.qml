@@ -3,9 +3,11 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Quillbay.Vocabulary
 
-/*! Closes the panel of an expanded card. */
+/*! Closes a panel. */
 Item {
     id: root
+
+    property color ink: Theme.dark ? Qt.rgba(1, 1, 1, 0.3) : Theme.fade(Theme.primary, 0.3)
 
     signal clicked
 
@@ -26,7 +28,7 @@ Item {
         anchors.centerIn: parent
         name: "xmark.circle.fill"
         size: 20
-        color: Theme.dark ? Qt.rgba(1, 1, 1, 0.3) : Theme.fade(Theme.primary, 0.3)
+        color: root.ink
     }
     FocusRing {
         cornerRadius: 10

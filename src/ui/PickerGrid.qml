@@ -71,6 +71,9 @@ GridView {
             weight: Font.Bold
         }
     }
+    ColumnRecount {
+        view: root
+    }
     WheelScroll {
         view: root
     }

@@ -14,6 +14,9 @@ class PictureItem : public QQuickItem
     Q_OBJECT
     /// A QImage, typed as what QML knows.
     Q_PROPERTY(QVariant picture READ picture WRITE setPicture NOTIFY pictureChanged)
+    /// Nothing is drawn there, in the item's coordinates: something opaque hides it. Must lie within the
+    /// item.
+    Q_PROPERTY(QRectF hole READ hole WRITE setHole NOTIFY holeChanged)
     QML_ELEMENT
 
 public:
@@ -22,14 +25,20 @@ public:
     QVariant picture() const { return m_image; }
     void setPicture(const QVariant &picture);
 
+    QRectF hole() const { return m_hole; }
+    void setHole(const QRectF &hole);
+
 Q_SIGNALS:
     void pictureChanged();
+    void holeChanged();
 
 protected:
     QSGNode *updatePaintNode(QSGNode *node, UpdatePaintNodeData *) override;
 
 private:
     QImage m_image;
+    QRectF m_hole;
+    bool m_isFrame = false; ///< What the node is.
 };
 
 } // namespace quillbay

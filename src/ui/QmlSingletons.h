@@ -11,6 +11,8 @@
 #include "app/UnifiedCards.h"
 #include "app/WorkspaceListModel.h"
 #include "foundation/NotificationCenter.h"
+#include "ui/Uninstalling.h"
+#include "uninstaller/UninstallerFlow.h"
 
 #include <QJSEngine>
 #include <QQmlEngine>
@@ -140,6 +142,32 @@ struct FolderContentsSingleton : Borrowed<FolderContents>
 
 public:
     static FolderContents *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct UninstallingSingleton : Borrowed<Uninstalling>
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::Uninstalling)
+    QML_NAMED_ELEMENT(Uninstalling)
+    QML_SINGLETON
+
+public:
+    static Uninstalling *create(QQmlEngine *qml, QJSEngine *js) { return Borrowed::create(qml, js); }
+};
+
+struct UninstallerFlowType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::UninstallerFlow)
+    QML_NAMED_ELEMENT(UninstallerFlow)
+    QML_UNCREATABLE("A flow is begun by Uninstalling")
+};
+
+struct ResidualRowsModelType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::ResidualRowsModel)
+    QML_ANONYMOUS
 };
 
 struct AppFinderType

@@ -13,7 +13,7 @@ void qml_register_types_Quillbay_Ui();
 namespace quillbay {
 
 ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                           NotificationCenter &notifications)
+                           NotificationCenter &notifications, Uninstaller &uninstaller)
     : m_library(viewModel, workspaces)
     , m_folderTree(*viewModel.appFinder())
     , m_workspaces(workspaces)
@@ -22,6 +22,7 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     , m_cards(viewModel, m_folderContents)
     , m_hiddenCards(viewModel, m_folderContents)
     , m_expandedCard(viewModel, m_folderContents)
+    , m_uninstalling(viewModel, uninstaller)
 {
     [[maybe_unused]] void (*volatile keep[])() = {&qml_register_types_Quillbay_Lock,
                                                   &qml_register_types_Quillbay_Ui};
@@ -35,13 +36,14 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     HiddenCardsSingleton::instance = &m_hiddenCards;
     ExpandedCardSingleton::instance = &m_expandedCard;
     FolderContentsSingleton::instance = &m_folderContents;
+    UninstallingSingleton::instance = &m_uninstalling;
 }
 
 ScreenModels::~ScreenModels() = default;
 
 Screens::Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                 NotificationCenter &notifications)
-    : m_models(viewModel, workspaces, notifications)
+                 NotificationCenter &notifications, Uninstaller &uninstaller)
+    : m_models(viewModel, workspaces, notifications, uninstaller)
 {
     // Before there is any text: a font that comes later has all of it laid out anew.
     Symbols::family(SymbolFace::Regular);

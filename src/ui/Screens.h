@@ -8,6 +8,7 @@
 #include "app/LibraryActions.h"
 #include "app/UnifiedCards.h"
 #include "app/WorkspaceListModel.h"
+#include "ui/Uninstalling.h"
 
 #include <QQmlApplicationEngine>
 
@@ -17,6 +18,7 @@ namespace quillbay {
 
 class NotificationCenter;
 class QuillbayViewModel;
+class Uninstaller;
 class WorkspaceManager;
 
 /// What the screens reach by name, with the objects that they alone need.
@@ -26,7 +28,7 @@ class ScreenModels
 {
 public:
     ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                 NotificationCenter &notifications);
+                 NotificationCenter &notifications, Uninstaller &uninstaller);
     ~ScreenModels();
     ScreenModels(const ScreenModels &) = delete;
     ScreenModels &operator=(const ScreenModels &) = delete;
@@ -40,6 +42,7 @@ private:
     UnifiedCards m_cards;
     HiddenCards m_hiddenCards;
     ExpandedCard m_expandedCard;
+    Uninstalling m_uninstalling;
 };
 
 /// The engine with all screens loaded. Loads `ContentView` and hands its window out, not shown yet.
@@ -48,7 +51,8 @@ private:
 class Screens
 {
 public:
-    Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces, NotificationCenter &notifications);
+    Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces, NotificationCenter &notifications,
+            Uninstaller &uninstaller);
     ~Screens();
     Screens(const Screens &) = delete;
     Screens &operator=(const Screens &) = delete;

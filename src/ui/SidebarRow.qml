@@ -61,16 +61,14 @@ Item {
         size: 16
         color: root.targeted ? "white" : root.ink
     }
-    Text {
+    TextPicture {
         x: mark.x + mark.width + 8
+        y: Math.round((root.height - height) / 2)
         width: Math.max(0, root.width - x - 2 * root.margin - root.trailing)
-        height: root.height
+        height: lineHeight
         text: root.label
-        textFormat: Text.PlainText
-        elide: Text.ElideRight
-        verticalAlignment: Text.AlignVCenter
         color: root.targeted ? "white" : root.text
-        font.pixelSize: Theme.bodySize
+        pixelSize: Theme.bodySize
     }
 
     HoverHandler {

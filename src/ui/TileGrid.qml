@@ -62,15 +62,6 @@ GridView {
             currentIndex = 0;
     }
 
-    // The view counts its columns when its width changes, which is before the margins and cells follow: turning it there
-    // and back makes it count again.
-    function recount() {
-        flow = Grid.TopToBottom;
-        flow = Grid.LeftToRight;
-    }
-    onRightMarginChanged: recount()
-    onCellWidthChanged: recount()
-
     function toTop() {
         contentY = originY - topMargin;
     }
@@ -112,6 +103,7 @@ GridView {
         width: root.columns.columnWidth
         height: root.cellHeight - root.rowSpacing
         focused: GridView.isCurrentItem && root.activeFocus
+        passing: root.isPassing
         targeted: drops.target !== "" && drops.target === path
         onLaunched: root.launched()
         onContextMenuRequested: (x, y) => tileMenu.popUpFor(this, x, y)
@@ -138,6 +130,21 @@ GridView {
         }
     }
 
+    property bool isPassing: false
+    onContentYChanged: {
+        isPassing = true;
+        standstill.restart();
+    }
+    Timer {
+        id: standstill
+        interval: 80
+        onTriggered: root.isPassing = false
+    }
+    FocusRing {
+        parent: root.currentItem
+        cornerRadius: 20
+        visible: root.activeFocus
+    }
     TileDrops {
         id: drops
         parent: root
@@ -162,6 +169,9 @@ GridView {
     }
     TileMenuHost {
         id: tileMenu
+    }
+    ColumnRecount {
+        view: root
     }
     WheelScroll {
         view: root

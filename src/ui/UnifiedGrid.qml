@@ -18,6 +18,8 @@ FocusScope {
     readonly property CardColumns columns: CardColumns {}
     readonly property int cardHeight: 190
     readonly property int rowSpacing: 32
+    /*! The cards only pass below the pointer. */
+    property bool isPassing: false
 
     function expand(cell: UnifiedCell) {
         if (cell.folderId !== "")
@@ -64,8 +66,10 @@ FocusScope {
                 currentIndex = 0;
         }
         onContentYChanged: {
-            if (!DragSource.active)
-                wheelLatch.restart();
+            if (DragSource.active)
+                return;
+            root.isPassing = true;
+            wheelLatch.restart();
         }
 
         Keys.onReturnPressed: cell?.activate()
@@ -101,7 +105,7 @@ FocusScope {
             z: targeted ? 1 : 0
             focused: GridView.isCurrentItem && GridView.view.activeFocus && !isEditingName
             targeted: identifier !== "" && drops.dropTargetID === identifier
-            wheelPasses: wheelLatch.running
+            wheelPasses: root.isPassing
             onExpanded: root.expand(cell)
             onContextMenuRequested: (card, x, y) => menu.popUpFor(card, x, y)
             onNameEdited: GridView.view.forceActiveFocus()
@@ -166,6 +170,7 @@ FocusScope {
     Timer {
         id: wheelLatch
         interval: 300
+        onTriggered: root.isPassing = false
     }
     HelpText {
         id: help

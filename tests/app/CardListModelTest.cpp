@@ -107,6 +107,24 @@ TEST_F(CardListModelTest, CardsStayThroughOrderAndNames)
     EXPECT_EQ(changed.count(), 1);
 }
 
+TEST_F(CardListModelTest, CardsOfAnotherWorkspaceTakeTheirPlaces)
+{
+    make("Mine");
+    make("Yours");
+    library.workspaces->createWorkspace(QStringLiteral("Second"), {}, {});
+    const QUuid first = library.workspaces->workspaces().first().id;
+    library.workspaces->setActiveWorkspaceID(library.workspaces->workspaces().last().id);
+    make("Other");
+    ASSERT_TRUE(becomes(*cards, "add:() folder:Other() category:Office(Ada Cut) category:Games(Bix)"));
+    const QSignalSpy removed(cards.get(), &QAbstractItemModel::rowsRemoved);
+    const QSignalSpy inserted(cards.get(), &QAbstractItemModel::rowsInserted);
+    library.workspaces->setActiveWorkspaceID(first);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return cards->count() == 5; })) << shown(*cards).toStdString();
+    EXPECT_EQ(removed.count(), 0);
+    ASSERT_EQ(inserted.count(), 1) << "one more than there were";
+    EXPECT_EQ(inserted.first().at(1).toInt(), inserted.first().at(2).toInt());
+}
+
 TEST_F(CardListModelTest, AnExpandedCardIsShownWhileThereIsSomethingToShow)
 {
     make("Mine");
@@ -114,17 +132,21 @@ TEST_F(CardListModelTest, AnExpandedCardIsShownWhileThereIsSomethingToShow)
     expanded.expandCategory(QStringLiteral("Games"));
     EXPECT_EQ(expanded.title(), QStringLiteral("Games"));
     library.finder->hideApp(library.app(QStringLiteral("Bix")));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !expanded.apps(); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !expanded.isExpanded(); }));
     library.finder->unhideApp(library.app(QStringLiteral("Bix")));
-    EXPECT_TRUE(
-        QTest::qWaitFor([&] { return expanded.apps() && expanded.title() == QStringLiteral("Games"); }));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return expanded.isExpanded() && expanded.title() == QStringLiteral("Games"); }));
 
+    library.finder->addAppToFolder(library.app(QStringLiteral("Ada")), folder("Mine"));
     expanded.expandFolder(uuidString(folder("Mine").id));
     EXPECT_EQ(expanded.title(), QStringLiteral("Mine")) << "the folder comes first";
+    library.finder->addAppToFolder(library.app(QStringLiteral("Cut")), folder("Mine"));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return expanded.apps()->count() == 2; }));
     viewModel->deleteFolder(folder("Mine"));
     EXPECT_EQ(expanded.title(), QStringLiteral("Games"));
+    EXPECT_EQ(expanded.apps()->count(), 1);
     expanded.close();
-    EXPECT_FALSE(expanded.apps());
+    EXPECT_FALSE(expanded.isExpanded());
 }
 
 TEST_F(CardListModelTest, FollowsOnlyWhileItIsShown)

@@ -4,6 +4,7 @@ import contextlib
 import json
 import os
 import pathlib
+import shutil
 import sqlite3
 import subprocess
 import sys
@@ -52,14 +53,37 @@ class Gallery:
         self.desktop.close()
 
     def start(self):
-        self.program.start()
+        self.open()
         self.program.wait_for_line("Showing")
+
+    def open(self):
+        """Starts, but does not wait until there is anything to be seen in the window."""
+        self.program.start()
         window = wait_until(lambda: self.desktop.output("xdotool", "search", "--onlyvisible", "--name", "^Quillbay$").split(),
                             PATIENCE, "no window")[-1]
         self.desktop.xdotool("windowsize", "--sync", window, *map(str, self.size))
         self.desktop.xdotool("windowmove", "--sync", window, "80", "60")
         self.desktop.xdotool("mousemove", "2", "2")
         wait_until(lambda: self.program.frame_size() == self.size, PATIENCE, f"the window is {self.program.frame_size()}")
+
+    @contextlib.contextmanager
+    def in_root_with(self, files):
+        """Meanwhile the program starts in a root folder with these files in it besides the machine's."""
+        made, root = self.desktop.folder / "made", self.desktop.folder / "root"
+        root.mkdir(exist_ok=True)
+        for path, content in files.items():
+            (made / path).parent.mkdir(parents=True, exist_ok=True)
+            (made / path).write_text(content)
+        script = self.desktop.home / "bin" / "in-made-root"
+        runner = pathlib.Path(__file__).with_name("in_made_root.sh")
+        script.write_text(f'#!/bin/sh\nexec "{runner}" "{made}" "{root}" "{self.binary}" "$@"\n')
+        script.chmod(0o755)
+        self.program.binary = str(script)
+        try:
+            yield
+        finally:
+            self.program.binary = self.binary
+            shutil.rmtree(made)
 
     def restart(self, **values):
         """Starts anew, with other preferences: a text, a list of texts, or bytes each."""

@@ -1,4 +1,8 @@
 """The states that the gallery shows, each by what a person would do to see it."""
+import os
+import shutil
+import signal
+
 from desktop import wait_until
 
 PATIENCE = 30
@@ -6,7 +10,7 @@ PATIENCE = 30
 
 def make(gallery, wanted):
     """Takes the pictures of the wanted states, or of all."""
-    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare):
+    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare, Uninstaller, Loading):
         states = kind(gallery)
         names = [name[5:] for name in dir(states) if name.startswith("show_")]
         chosen = [name for name in names if not wanted or name.replace("_", "-") in wanted]
@@ -15,11 +19,13 @@ def make(gallery, wanted):
         states.begin()
         for name in chosen:
             getattr(states, "show_" + name)()
-            gallery.take(name.replace("_", "-"))
+            gallery.take(name.replace("_", "-"), states.rests)
             states.back()
 
 
 class States:
+    rests = True  # comes to rest before its picture is taken
+
     def __init__(self, gallery):
         self.gallery = gallery
         self.program = gallery.program
@@ -188,8 +194,7 @@ class Sidebar(States):
         self.menu("Development")
 
     def show_sidebar_keyboard(self):
-        self.hands.click(self.row("Favorites"))
-        self.hands.keys("Down")
+        self.hands.keys("Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Down", "Down")
 
     def show_icon_popover(self):
         self.menu("Development")
@@ -287,3 +292,156 @@ class Bare(States):
         self.gallery.wait_until_still()
         self.hands.type("sesame")
         self.hands.click(button)
+
+
+class Uninstaller(States):
+    """A program that is installed in the home alone, with what it left behind."""
+    MACHINE = "Geany"
+    held = None
+
+    def begin(self):
+        pass
+
+    def made(self):
+        """All files, with their sizes."""
+        home = self.gallery.desktop.home
+        return {home / name: size for name, size in {
+            "opt/acme/acme": 1 << 20, "opt/acme/lib/engine.so": 40 << 20, "config/acme/settings.json": 2100,
+            "config/acme.plist": 640, "config/acme/profiles/default.json": 5200, "data/acme/projects.db": 7 << 20,
+            "data/acme/templates/blank.json": 900, "cache/acme/pictures/1": 23 << 20, "cache/acme-updates/next.bin": 61 << 20,
+            "state/acme.log": 48000, "config/autostart/acme.desktop": 210}.items()}
+
+    def install(self):
+        desktop = self.gallery.desktop
+        self.program.end()
+        for name in ("opt", "config/acme", "config/acme.plist", "config/autostart", "data/acme", "data/Trash", "cache", "state"):
+            path = desktop.home / name
+            if path.is_dir():
+                shutil.rmtree(path)
+            else:
+                path.unlink(missing_ok=True)
+        for path, size in self.made().items():
+            path.parent.mkdir(parents=True, exist_ok=True)
+            with path.open("wb") as file:
+                file.truncate(size)
+        (desktop.home / "opt/acme/acme").chmod(0o755)
+        desktop.add_entry("acme", "Acme", str(desktop.home / "opt/acme/acme"), "Icon=applications-graphics\n")
+
+    def ask(self, name="Acme", **preferences):
+        self.install()
+        self.gallery.arrange(AllAppsSortOption="A to Z", **preferences)
+        self.hands.type(name)
+        self.gallery.wait_until_still()
+        self.hands.click(self.tile(name), button=3, down=0.4)
+        self.choose("Uninstall App…")
+
+    def review(self, name="Acme"):
+        self.ask(name)
+        self.find("list", "Found items")
+        self.gallery.wait_until_still()
+
+    def replace(self, *names):
+        """Other files of the same names: those that were found are gone."""
+        for name in names:
+            path = self.gallery.desktop.home / name
+            path.rename(path.with_name("old"))
+            path.mkdir()
+
+    def press(self, name):
+        self.hands.click(self.find("push button", name))
+
+    def show_uninstall_gate(self):
+        with self.gallery.in_root_with({".flatpak-info": "[Application]\nname=org.quillbay.Quillbay\n[Context]\n"}):
+            self.ask()
+            self.find("push button", "Open Settings")
+
+    def show_uninstall_scanning(self):
+        self.rests = False
+        self.ask(self.MACHINE)
+        # The package manager is asked first; it takes a rest.
+        self.held = int(wait_until(lambda: self.gallery.desktop.output("pgrep", "-P", str(self.program.process.pid), "dpkg-query"),
+                                   PATIENCE, "nobody asks for the package").split()[0])
+        os.kill(self.held, signal.SIGSTOP)
+        self.find("progress bar", "Locating app bundle…")
+
+    def show_uninstall_review(self):
+        self.review()
+        self.hands.rest_on(self.find("check box", "acme.plist"))
+
+    def show_uninstall_review_none_selected(self):
+        self.review()
+        self.press("Deselect All")
+        self.hands.keys("Tab", "Tab", "Down")
+
+    def show_uninstall_review_system(self):
+        entry = "[Desktop Entry]\nType=Application\nName=Acme System\nExec=/System/acme\n"
+        places = os.environ["XDG_DATA_DIRS"]
+        os.environ["XDG_DATA_DIRS"] = f"/System/share:{places}"
+        try:
+            with self.gallery.in_root_with({"System/share/applications/acme-system.desktop": entry}):
+                self.review("Acme System")
+        finally:
+            os.environ["XDG_DATA_DIRS"] = places
+
+    def show_uninstall_alert_permanent(self):
+        self.review()
+        self.press("Delete Permanently")
+        self.find("push button", "Permanently Delete")
+
+    def show_uninstall_alert_package(self):
+        self.review(self.MACHINE)
+        self.press("Move to Trash")
+        self.find("push button", "Keep")
+
+    def show_uninstall_alert_nothing(self):
+        self.review()
+        self.press("Deselect All")
+        self.gallery.wait_until_still()
+        self.hands.click(self.find("check box", "acme.plist"))
+        self.replace("config/acme.plist")
+        self.press("Move to Trash")
+        self.find("push button", "OK")
+
+    def show_uninstall_done(self):
+        self.review()
+        self.press("Move to Trash")
+        self.find("push button", "Put Back")
+
+    def show_uninstall_done_put_back(self):
+        self.show_uninstall_done()
+        self.gallery.wait_until_still()
+        self.press("Put Back")
+
+    def show_uninstall_done_errors(self):
+        self.review()
+        self.replace("config/acme.plist", "state/acme.log", "config/autostart/acme.desktop", "cache/acme")
+        self.press("Move to Trash")
+        self.find("push button", "Done")
+
+    def back(self):
+        self.rests = True
+        self.program.end()
+        if self.held:
+            os.kill(self.held, signal.SIGKILL)
+            self.held = None
+
+
+class Loading(States):
+    """So many applications that the first scan is still going on."""
+    rests = False
+    COUNT = 250000
+
+    def begin(self):
+        self.gallery.arrange()
+
+    def show_loading(self):
+        self.program.end()
+        folder = self.gallery.desktop.data / "applications"
+        folder.mkdir(parents=True, exist_ok=True)
+        for i in range(self.COUNT):
+            (folder / f"made{i}.desktop").write_text(f"[Desktop Entry]\nType=Application\nName=Made {i}\nExec=true\n")
+        self.gallery.open()
+        wait_until(lambda: self.find("progress bar", "Initializing app space..."), PATIENCE, "nothing is loading")
+
+    def back(self):
+        self.program.end()

@@ -27,6 +27,11 @@ FakePlatform::FakePlatform()
     , windowEffects(make<FakeWindowEffects>(services.windowEffects))
     , hotkey(make<FakeGlobalHotkey>(services.hotkey))
     , biometrics(make<FakeBiometrics>(services.biometrics))
+    , fileRemoval(make<FakeFileRemoval>(services.fileRemoval))
+    , trash(make<FakeTrash>(services.trash))
+    , elevation(make<FakeElevation>(services.elevation))
+    , packages(make<FakePackageManager>(services.packages))
+    , fullDiskAccess(make<FakeFullDiskAccess>(services.fullDiskAccess))
 {
 }
 

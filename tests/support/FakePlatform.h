@@ -4,6 +4,9 @@
 #include "support/FakeApplications.h"
 #include "support/FakeBiometrics.h"
 #include "support/FakeDesktop.h"
+#include "support/FakeFullDiskAccess.h"
+#include "support/FakePackageManager.h"
+#include "support/FakeRemoval.h"
 
 namespace quillbay::testing {
 
@@ -23,6 +26,11 @@ struct FakePlatform
     FakeWindowEffects *windowEffects = nullptr;
     FakeGlobalHotkey *hotkey = nullptr;
     FakeBiometrics *biometrics = nullptr;
+    FakeFileRemoval *fileRemoval = nullptr;
+    FakeTrash *trash = nullptr;
+    FakeElevation *elevation = nullptr;
+    FakePackageManager *packages = nullptr;
+    FakeFullDiskAccess *fullDiskAccess = nullptr;
 };
 
 } // namespace quillbay::testing

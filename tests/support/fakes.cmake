@@ -3,7 +3,10 @@ add_library(quillbay_test_fakes STATIC
   FakeApplications.h FakeApplications.cpp
   FakeBiometrics.h FakeBiometrics.cpp
   FakeDesktop.h FakeDesktop.cpp
-  FakePlatform.h FakePlatform.cpp)
+  FakeFullDiskAccess.h
+  FakePackageManager.h FakePackageManager.cpp
+  FakePlatform.h FakePlatform.cpp
+  FakeRemoval.h FakeRemoval.cpp)
 target_include_directories(quillbay_test_fakes PUBLIC ${CMAKE_SOURCE_DIR}/tests)
 # A library over them, as the program has it.
 add_library(quillbay_test_library STATIC TestLibrary.h TestLibrary.cpp)

@@ -3,6 +3,8 @@
 #include "ui/GridColumns.h"
 #include "ui/ScreenTest.h"
 
+#include <QPointingDevice>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <map>
@@ -201,6 +203,27 @@ TEST_F(AppGridTest, TheMenuOfATileFollowsTheSelection)
         << "the keyboard goes back where it was";
     press(Qt::Key_Return);
     EXPECT_EQ(library.fakes.launcher->requests.size(), 1);
+}
+
+TEST_F(AppGridTest, AHeldMouseOpensNoMenuButAFingerDoes)
+{
+    show("AppGridView { hostWindow: Window.window; isBrowsing: false }");
+    QQuickItem *area = nullptr;
+    for (QQuickItem *child : await("Ada")->childItems()) {
+        if (child->inherits("QQuickMouseArea"))
+            area = child;
+    }
+    ASSERT_TRUE(area);
+    const QSignalSpy held(area, SIGNAL(pressAndHold(QQuickMouseEvent *)));
+    const QPoint place = area->mapToScene(QPointF(20, 20)).toPoint();
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, place);
+    ASSERT_TRUE(waitFor([&] { return held.count() == 1; }));
+    EXPECT_FALSE(find("Add to Favorites"));
+    QTest::mouseRelease(window.get(), Qt::LeftButton, {}, place);
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
+    QTest::touchEvent(window.get(), finger.get()).press(0, place);
+    EXPECT_TRUE(await("Add to Favorites"));
+    QTest::touchEvent(window.get(), finger.get()).release(0, place);
 }
 
 TEST_F(AppGridTest, TheHiddenListShowsFoldersAndApplicationsOrThatThereIsNothing)

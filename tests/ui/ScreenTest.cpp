@@ -42,7 +42,7 @@ ScreenTest::ScreenTest()
     viewModel = std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher,
                                                     *library.fakes.biometrics, library.preferences);
     EXPECT_TRUE(scanned.wait());
-    models = std::make_unique<ScreenModels>(*viewModel, *library.workspaces, library.notifications);
+    useUninstaller(nullptr, nullptr);
     engine = std::make_unique<QQmlEngine>();
     QAccessible::setActive(true);
 }
@@ -52,6 +52,24 @@ ScreenTest::~ScreenTest()
     window.reset();
     engine.reset();
     AppIconLoader::shutDown();
+}
+
+void ScreenTest::useUninstaller(std::shared_ptr<const platform::ResidualRoots> roots,
+                                std::shared_ptr<platform::PackageManager> packages)
+{
+    const FakePlatform &fakes = library.fakes;
+    models.reset();
+    uninstaller =
+        std::make_unique<Uninstaller>(UninstallerServices{std::move(roots),
+                                                          std::move(packages),
+                                                          {},
+                                                          *fakes.fileRemoval,
+                                                          *fakes.trash,
+                                                          admin,
+                                                          *fakes.fullDiskAccess,
+                                                          library.home.filePath(QStringLiteral("receipts"))});
+    models =
+        std::make_unique<ScreenModels>(*viewModel, *library.workspaces, library.notifications, *uninstaller);
 }
 
 void ScreenTest::show(const QByteArray &qml, QSize size)

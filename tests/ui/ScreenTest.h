@@ -5,6 +5,7 @@
 #include "support/TestLibrary.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
+#include "uninstaller/Uninstaller.h"
 
 #include <QAccessible>
 #include <QQmlEngine>
@@ -27,6 +28,10 @@ class ScreenTest : public ::testing::Test
 protected:
     ScreenTest();
     ~ScreenTest() override;
+
+    /// What the uninstaller works with besides the fakes of the library. Before `show`.
+    void useUninstaller(std::shared_ptr<const platform::ResidualRoots> roots,
+                        std::shared_ptr<platform::PackageManager> packages);
 
     /// `qml` is one object, with Qt Quick and the program's modules imported, for instance
     /// "SidebarView { width: 240; height: 600 }". A mistake in it ends the test program.
@@ -55,6 +60,8 @@ protected:
     FakeWindowEffects effects;
     Theme theme{appearance, effects};
     std::unique_ptr<QuillbayViewModel> viewModel;
+    AdminPrivileges admin{*library.fakes.elevation};
+    std::unique_ptr<Uninstaller> uninstaller;
     std::unique_ptr<ScreenModels> models;
     std::unique_ptr<QQmlEngine> engine;
     std::unique_ptr<QQuickWindow> window;

@@ -11,6 +11,12 @@
 #include "platform/linux/hotkey/ChooseGlobalHotkey.h"
 #include "platform/linux/icons/DesktopIconSource.h"
 #include "platform/linux/launching/LinuxApplicationLauncher.h"
+#include "platform/linux/packages/LinuxPackageManager.h"
+#include "platform/linux/uninstalling/FlatpakFileAccess.h"
+#include "platform/linux/uninstalling/LinuxResidualRoots.h"
+#include "platform/linux/uninstalling/removal/HandleFileRemoval.h"
+#include "platform/linux/uninstalling/removal/PkexecElevation.h"
+#include "platform/linux/uninstalling/removal/XdgTrash.h"
 #include "platform/linux/watching/InotifyFolderWatch.h"
 
 #include <utility>
@@ -43,6 +49,13 @@ Platform createPlatform()
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());
     platform.biometrics = std::make_unique<FprintdBiometrics>([] { return QDBusConnection::systemBus(); });
+    platform.residualRoots = std::make_shared<LinuxResidualRoots>(LinuxBaseFolders::fromEnvironment(),
+                                                                  ApplicationEnvironment::fromEnvironment());
+    platform.fileRemoval = std::make_unique<HandleFileRemoval>();
+    platform.trash = std::make_unique<XdgTrash>();
+    platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
+    platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
+    platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
     return platform;
 }
 

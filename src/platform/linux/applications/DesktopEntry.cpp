@@ -185,7 +185,8 @@ private:
             valueOf(line, "Categories", m_entry.categories);
             break;
         case 'X':
-            valueOf(line, "X-Flatpak", m_entry.flatpakId);
+            if (!valueOf(line, "X-Flatpak", m_entry.flatpakId))
+                valueOf(line, "X-SnapInstanceName", m_entry.snapName);
             break;
         default:
             break;

@@ -22,6 +22,7 @@ struct DesktopEntry
     std::string_view workingDirectory; ///< `Path`
     std::string_view categories;
     std::string_view flatpakId;                 ///< `X-Flatpak`
+    std::string_view snapName;                  ///< `X-SnapInstanceName`
     std::optional<std::string_view> onlyShowIn; ///< An empty list is not the same as none.
     std::optional<std::string_view> notShowIn;
     std::optional<bool> startupNotify;

@@ -16,6 +16,10 @@ struct Word
 constexpr std::array words{
     Word{QLatin1StringView("Touch ID / Apple Watch"), QLatin1StringView("Fingerprint")},
     Word{QLatin1StringView("Touch ID"), QLatin1StringView("Fingerprint")},
+    Word{QLatin1StringView("Full Disk Access"), QLatin1StringView("File Access")},
+    Word{QLatin1StringView("System Settings"), QLatin1StringView("Settings")},
+    Word{QLatin1StringView("protected Library folders"), QLatin1StringView("protected folders")},
+    Word{QLatin1StringView("macOS SIP"), QLatin1StringView("the system")},
 };
 
 } // namespace

@@ -1,0 +1,40 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Quillbay.Ui
+import Quillbay.Vocabulary
+
+/*! Uninstalls the application that the view model names. Opens as it is made and, closed, takes the wish back. Load it
+    while there is one. */
+Sheet {
+    id: root
+
+    readonly property UninstallerFlow flow: Uninstalling.begin(root)
+
+    title: qsTr("Uninstall App")
+    padding: 0
+    contentWidth: 680
+    contentHeight: 560
+    onClosed: ViewModel.appToUninstall = ""
+    Component.onCompleted: open()
+
+    background: Item {
+        FloatShadow {
+            anchors.fill: parent
+            radius: 20
+        }
+        VisualEffectView {
+            anchors.fill: parent
+            radius: 20
+            blendingMode: "withinWindow"
+            border.color: Theme.fade(Theme.primary, 0.12)
+        }
+    }
+
+    AppUninstallerView {
+        anchors.fill: parent
+        focus: true
+        flow: root.flow
+        onDismissed: root.close()
+    }
+}

@@ -1,0 +1,21 @@
+#!/bin/sh
+# Runs a program in a root folder made of the machine's own and of what FILES has, for itself alone.
+#   in_made_root.sh FILES EMPTY-FOLDER PROGRAM [ARGUMENT...]
+set -e
+if [ -z "$IN_MADE_ROOT" ]; then
+    IN_MADE_ROOT=1 exec unshare --mount --map-root-user "$0" "$@"
+fi
+unset IN_MADE_ROOT
+files=$1 root=$2
+shift 2
+mount -t tmpfs made "$root"
+cp -R "$files/." "$root"
+for entry in /*; do
+    if [ -L "$entry" ]; then
+        cp -P "$entry" "$root$entry"
+    elif [ -d "$entry" ]; then
+        mkdir "$root$entry"
+        mount --rbind "$entry" "$root$entry"
+    fi
+done
+exec chroot "$root" "$@"

@@ -1,0 +1,1 @@
+quillbay_test(byte_count_test SOURCES ByteCountTest.cpp LIBRARIES quillbay_foundation)
