@@ -46,6 +46,8 @@ Q_SIGNALS:
 
 private:
     void update();
+    /// What was shown last may be what is hidden now.
+    void forget();
     void show(AppListModel *source);
 
     QuillbayViewModel &m_viewModel;

@@ -40,8 +40,12 @@ QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::Application
 void QuillbayViewModel::setSelection(const std::optional<SidebarSelection> &selection)
 {
     const bool isHidden = selection && selection->which() == SidebarSelection::Case::hidden;
-    isHidden ? enterHiddenList() : leaveHiddenList();
+    if (isHidden)
+        enterHiddenList();
+    else if (leaveHiddenList())
+        updateFilteredApps(); // empty when the next list comes up
     publish(m_selection, selection, &QuillbayViewModel::selectionChanged);
+    announceLeaving();
     updateFilteredApps();
 }
 

@@ -6,6 +6,8 @@
 #include <QJSValue>
 #include <QPointer>
 
+#include <utility>
+
 namespace quillbay {
 
 using platform::desktopWording;
@@ -93,21 +95,35 @@ void SecurityLock::enterHiddenList()
     Q_EMIT securityChanged();
 }
 
-void SecurityLock::leaveHiddenList()
+bool SecurityLock::leaveHiddenList()
 {
     ++m_visit;
     m_biometrics.cancel();
-    setIsHiddenUnlocked(false);
+    if (!m_isHiddenUnlocked)
+        return false;
+    Q_EMIT objectWillChange();
+    m_isHiddenUnlocked = false;
+    m_isLeaving = true;
+    return true;
+}
+
+void SecurityLock::announceLeaving()
+{
+    if (std::exchange(m_isLeaving, false))
+        Q_EMIT isHiddenUnlockedChanged();
 }
 
 void SecurityLock::evaluate(const QString &reason, const Handler &handle)
 {
-    m_biometrics.evaluate(desktopWording(reason),
-                          [self = QPointer(this), handle](bool success, const QString &error) {
-                              handle(success, error);
-                              if (self)
-                                  Q_EMIT self->returnToFrontRequested();
-                          });
+    const auto heard = [self = QPointer(this), evaluation = ++m_evaluation, handle](bool success,
+                                                                                    const QString &error) {
+        if (!success && self && evaluation != self->m_evaluation)
+            return;
+        handle(success, error);
+        if (self)
+            Q_EMIT self->returnToFrontRequested();
+    };
+    m_biometrics.evaluate(desktopWording(reason), heard);
 }
 
 void SecurityLock::open()
@@ -170,13 +186,14 @@ void SecurityLock::tryTouchID()
 
 void SecurityLock::resetPasswordUsingTouchID(const Completion &completion)
 {
-    m_biometrics.check([self = QPointer(this), completion](bool usable, const QString &error) {
-        if (!usable)
-            tell(completion, false, error, tr("Touch ID is not available on this device"));
-        else if (self)
-            self->disableAfterEvaluation(tr("Authenticate to Reset Password"),
-                                         tr("Touch ID Authentication failed"), completion);
-    });
+    m_biometrics.check(
+        [self = QPointer(this), visit = m_visit, completion](bool usable, const QString &error) {
+            if (!usable)
+                tell(completion, false, error, tr("Touch ID is not available on this device"));
+            else if (self && visit == self->m_visit)
+                self->disableAfterEvaluation(tr("Authenticate to Reset Password"),
+                                             tr("Touch ID Authentication failed"), completion);
+        });
 }
 
 void SecurityLock::disableSecurityWithTouchID(const Completion &completion)

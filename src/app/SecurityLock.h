@@ -21,7 +21,8 @@ class Biometrics;
 /// It is a curtain for one user on one machine: the password is kept among the preferences as it was entered,
 /// and nothing is encrypted. Biometrics are asked anew for each operation, without waiting: an operation that
 /// needs them returns at once and goes on when they have answered. After each evaluation, whatever came of
-/// it, `returnToFrontRequested` follows, since asking for a finger may have taken the window its place.
+/// it, `returnToFrontRequested` follows, since asking for a finger may have taken the window its place. An
+/// evaluation that gives way to a later one is not heard of again.
 ///
 /// What goes on later never opens the list of another visit: leaving the list ends a running evaluation, and
 /// an answer from before opens nothing.
@@ -95,8 +96,11 @@ Q_SIGNALS:
 protected:
     /// The list is being selected: asks anew what the machine can do, and has the stored values read again.
     void enterHiddenList();
-    /// Anything else is being selected: closes the list.
-    void leaveHiddenList();
+    /// Anything else is being selected: closes the list, and ends what was asked for in it. Answers whether
+    /// it was open. That it is closed is announced only by the second: while the hidden list is still the
+    /// selected one, the screen that opens it would come up.
+    bool leaveHiddenList();
+    void announceLeaving();
 
 private:
     using Handler = std::function<void(bool success, const QString &error)>;
@@ -108,7 +112,9 @@ private:
     platform::Biometrics &m_biometrics;
     PreferenceStore m_security;
     bool m_isHiddenUnlocked = false;
-    int m_visit = 0; ///< Another one each time the list is left.
+    bool m_isLeaving = false; ///< Closed, and not announced.
+    int m_visit = 0;          ///< Another one each time the list is left.
+    int m_evaluation = 0;     ///< The latest one's number.
 };
 
 } // namespace quillbay

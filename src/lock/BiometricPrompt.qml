@@ -24,7 +24,7 @@ Rectangle {
     implicitWidth: row.width + 32
     implicitHeight: row.height + 24
     radius: Theme.fieldRadius
-    color: Theme.mix(Theme.windowBackground, Theme.dark ? "white" : "black", 0.04)
+    color: Theme.mix(Theme.windowBackground, "white", Theme.dark ? 0.06 : 0.7)
     border.color: Theme.fade(Theme.primary, 0.12)
 
     Accessible.role: Accessible.AlertMessage
@@ -62,12 +62,12 @@ Rectangle {
         LockButton {
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Cancel")
-            font.weight: Font.Medium
+            fontWeight: Font.Medium
             fill: Theme.fade(Theme.primary, 0.08)
-            ink: Theme.primary
+            foreground: Theme.primary
             horizontalPadding: 14
             verticalPadding: 6
-            radius: 6
+            cornerRadius: 6
             onClicked: root.viewModel.cancelBiometrics()
         }
     }

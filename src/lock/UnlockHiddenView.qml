@@ -44,7 +44,7 @@ LockScreen {
             text: qsTr("Unlock")
             horizontalPadding: 16
             verticalPadding: 6
-            radius: 6
+            cornerRadius: 6
             onClicked: root.submitUnlock()
         }
     }
@@ -53,10 +53,11 @@ LockScreen {
         visible: root.viewModel.usesTouchID
         symbol: "touchid"
         text: Wording.of(qsTr("Use Touch ID"))
-        font.pixelSize: 12
-        font.weight: Font.Medium
+        symbolSize: 18
+        fontSize: 12
+        fontWeight: Font.Medium
         fill: Theme.fade(Theme.blue, 0.1)
-        ink: Theme.blue
+        foreground: Theme.blue
         horizontalPadding: 12
         verticalPadding: 6
         onClicked: root.viewModel.tryTouchID()
@@ -69,13 +70,13 @@ LockScreen {
         anchors.horizontalCenter: parent.horizontalCenter
         visible: root.viewModel.canUseBiometrics
         text: Wording.of(qsTr("Forgot Password? Reset with Touch ID"))
-        font.pixelSize: 11
-        font.underline: true
+        fontSize: 11
+        underlined: true
         fill: "transparent"
-        ink: Theme.secondary
-        horizontalPadding: 0
-        verticalPadding: 0
-        topPadding: 4
+        foreground: Theme.secondary
+        horizontalPadding: 4
+        verticalPadding: 4
+        cornerRadius: 4
         onClicked: root.resetPassword()
     }
     LockMessage {

@@ -13,6 +13,9 @@ Column {
     spacing: 32
     bottomPadding: 32
 
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("Hidden Apps")
+
     Item {
         x: root.margin
         width: root.width - 2 * root.margin

@@ -46,6 +46,13 @@ protected:
     {
         return waitFor([&] { return shown(QAccessible::AlertMessage) == QStringList(text(message)); });
     }
+    bool isReadyToType()
+    {
+        return waitFor([this] {
+            const QQuickItem *field = find("Enter Password");
+            return field && field->hasActiveFocus();
+        });
+    }
     bool isGone(const char *name)
     {
         return waitFor([&] { return find(name) == nullptr; });
@@ -67,7 +74,7 @@ TEST_F(LockTest, APasswordIsAskedForTwiceAndOpensTheList)
     showHidden();
     ASSERT_TRUE(await("Secure Hidden Items"));
     EXPECT_FALSE(find("Ada")) << "a list without a lock is not shown";
-    ASSERT_TRUE(waitFor([&] { return find("Enter Password")->hasActiveFocus(); }));
+    ASSERT_TRUE(isReadyToType());
 
     click("Set Password & Enable Lock");
     EXPECT_TRUE(says("Password cannot be empty"));
@@ -106,7 +113,7 @@ TEST_F(LockTest, AReaderHasToAgreeToThePassword)
 {
     finger.usable = true;
     showHidden();
-    ASSERT_TRUE(await("Secure Hidden Items"));
+    ASSERT_TRUE(isReadyToType());
     type("p");
     press(Qt::Key_Tab);
     type("p");
@@ -137,7 +144,7 @@ TEST_F(LockTest, ThePasswordOrAFingerOpensTheList)
     EXPECT_FALSE(find("Ada"));
     click("Cancel");
     EXPECT_TRUE(isGone("Unlock Hidden Items. Touch the fingerprint reader"));
-    ASSERT_TRUE(waitFor([&] { return find("Enter Password")->hasActiveFocus(); }));
+    ASSERT_TRUE(isReadyToType());
     EXPECT_EQ(shown(QAccessible::AlertMessage), QStringList()) << "and says nothing";
 
     // The search field behind it gets no key.
@@ -157,18 +164,29 @@ TEST_F(LockTest, ThePasswordOrAFingerOpensTheList)
     ASSERT_TRUE(await("Ada"));
     EXPECT_TRUE(isGone("Hidden Items Locked"));
 
+    const int checks = finger.checks;
     select("allApps");
+    EXPECT_EQ(finger.checks, checks) << "an open list that is left asks for nothing";
+    EXPECT_FALSE(find("Hidden Items Locked"));
     select("hidden");
     ASSERT_TRUE(isAsked());
     finger.answer(true);
     ASSERT_TRUE(await("Ada"));
+    EXPECT_TRUE(isGone("Hidden Items Locked"));
     click("Lock");
     ASSERT_TRUE(isAsked());
     finger.answer(false);
     click("Use Fingerprint");
     ASSERT_TRUE(isAsked());
     finger.answer(true);
-    EXPECT_TRUE(await("Ada"));
+    ASSERT_TRUE(await("Ada"));
+    click("Ada", Qt::RightButton);
+    click("Unhide App Globally");
+    EXPECT_TRUE(await("No Hidden Items"));
+    EXPECT_TRUE(viewModel->isHiddenUnlocked());
+    select("allApps");
+    EXPECT_TRUE(library.finder->hiddenAppPaths().isEmpty());
+    EXPECT_EQ(viewModel->filteredApps()->rowCount(), 4);
 }
 
 TEST_F(LockTest, AForgottenPasswordIsReplaced)
@@ -199,7 +217,7 @@ TEST_F(LockTest, TheOpenListCanDoWithoutAPassword)
     setPassword("p", false);
     library.finder->hideApp(library.app(text("Ada")));
     showHidden();
-    ASSERT_TRUE(await("Enter Password"));
+    ASSERT_TRUE(isReadyToType());
     type("p");
     click("Unlock");
     ASSERT_TRUE(await("Ada"));

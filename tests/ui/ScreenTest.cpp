@@ -7,6 +7,8 @@
 #include <QQmlComponent>
 #include <QTest>
 
+#include <private/qquickwindow_p.h>
+
 namespace quillbay::testing {
 
 namespace {
@@ -129,7 +131,10 @@ QStringList ScreenTest::shown(QAccessible::Role role) const
 
 void ScreenTest::click(const char *name, Qt::MouseButton button)
 {
-    if (const QQuickItem *item = await(name))
+    const QQuickItem *item = await(name);
+    // What is laid out for the next frame is where it will be.
+    QQuickWindowPrivate::get(window.get())->polishItems();
+    if (item)
         QTest::mouseClick(window.get(), button, {}, middle(*item));
 }
 

@@ -20,7 +20,8 @@ FocusScope {
     property string placeholder
     // What the screen reader calls the field.
     property string label: root.placeholder
-    // The text is nobody else's: whoever frames the field tells the screen reader of it instead.
+    // The text is nobody else's: whoever frames the field tells the screen reader of it instead. As a line of text the
+    // toolkit would let it be read, also where it is left out of the tree.
     property bool unread: false
     property bool isFocused: false
     // How long after the last key the cursor goes on blinking, in milliseconds; then it stands still.
@@ -75,7 +76,7 @@ FocusScope {
         selectByMouse: true
         activeFocusOnTab: true
 
-        Accessible.role: root.unread ? Accessible.NoRole : Accessible.EditableText
+        Accessible.role: root.unread ? Accessible.Client : Accessible.EditableText
         Accessible.name: root.label
         Accessible.ignored: root.unread
 

@@ -63,6 +63,7 @@ void FprintdBiometrics::adopt(const QDBusConnection &bus)
     if (m_asking.empty())
         m_asking.emplace_back();
     ask();
+    startNext();
 }
 
 void FprintdBiometrics::ownerChanged(const QString &owner)
@@ -144,13 +145,9 @@ void FprintdBiometrics::cancel()
 
 void FprintdBiometrics::startNext()
 {
-    if (!m_next || m_verification)
+    if (!m_bus || !m_next || m_verification)
         return;
     m_current = *std::exchange(m_next, {});
-    if (!m_bus) {
-        std::exchange(m_current, {}).answer(false, {});
-        return;
-    }
     m_verification = std::make_unique<FingerprintVerification>(*m_bus, m_limits);
     const FingerprintVerification *verification = m_verification.get();
     connect(verification, &FingerprintVerification::waiting, this, [this] { setPrompt(m_current.reason); });

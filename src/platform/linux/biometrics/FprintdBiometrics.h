@@ -58,7 +58,7 @@ private:
     std::vector<Answer> m_asking; ///< Who waits for the check under way.
     std::unique_ptr<FingerprintVerification> m_verification;
     Request m_current;
-    std::optional<Request> m_next; ///< Waits for the reader to be free again.
+    std::optional<Request> m_next; ///< Waits for the bus, or for the reader to be free again.
     QString m_prompt;
     bool m_isUsable = false;
 };
