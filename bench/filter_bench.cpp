@@ -8,6 +8,7 @@
 #include "foundation/NotificationCenter.h"
 #include "foundation/PreferenceStore.h"
 #include "platform/none/NoApplications.h"
+#include "platform/none/NoBiometrics.h"
 #include "platform/none/NoDesktop.h"
 #include "workspaces/WorkspaceManager.h"
 
@@ -121,6 +122,7 @@ int main(int argc, char **argv)
     const MadeApplications source;
     platform::NoFolderWatch watch;
     platform::NoApplicationLauncher launcher;
+    platform::NoBiometrics biometrics;
     platform::NoRecentDocuments documents;
     const platform::NoIconSource icons;
     const QTemporaryDir folder;
@@ -130,7 +132,7 @@ int main(int argc, char **argv)
     AppFinder finder({source, watch, documents, icons, preferences, workspaces, notifications});
     QEventLoop loop;
     QObject::connect(&finder, &AppFinder::scanFinished, &loop, &QEventLoop::quit);
-    QuillbayViewModel viewModel(finder, launcher, preferences);
+    QuillbayViewModel viewModel(finder, launcher, biometrics, preferences);
     loop.exec();
     if (viewModel.filteredApps()->count() != applicationCount) {
         std::fprintf(stderr, "the library has %d applications\n", viewModel.filteredApps()->count());

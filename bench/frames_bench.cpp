@@ -485,7 +485,8 @@ void measure(int rounds, QByteArrayView part)
     FakeAppearance appearance;
     FakeWindowEffects effects;
     Theme theme(appearance, effects);
-    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, library.preferences);
+    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, *library.fakes.biometrics,
+                                library.preferences);
     {
         const FakePlatform &fakes = library.fakes;
         AdminPrivileges admin(*fakes.elevation);

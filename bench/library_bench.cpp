@@ -9,6 +9,7 @@
 #include "foundation/NotificationCenter.h"
 #include "foundation/PreferenceStore.h"
 #include "platform/none/NoApplications.h"
+#include "platform/none/NoBiometrics.h"
 #include "platform/none/NoDesktop.h"
 #include "workspaces/WorkspaceManager.h"
 
@@ -128,6 +129,7 @@ struct Library
     platform::NoRecentDocuments documents;
     platform::NoIconSource icons;
     platform::NoApplicationLauncher launcher;
+    platform::NoBiometrics biometrics;
     PreferenceStore preferences;
     NotificationCenter notifications;
     WorkspaceManager workspaces;
@@ -166,7 +168,7 @@ int main(int argc, char **argv)
     fill(library);
     QEventLoop loop;
     QObject::connect(&library.finder, &AppFinder::scanFinished, &loop, &QEventLoop::quit);
-    QuillbayViewModel viewModel(library.finder, library.launcher, library.preferences);
+    QuillbayViewModel viewModel(library.finder, library.launcher, library.biometrics, library.preferences);
     loop.exec();
     // What the program does by itself after the first scan is done before a person switches anything.
     QTimer::singleShot(2000, &loop, &QEventLoop::quit);

@@ -9,6 +9,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
+#include "platform/Biometrics.h"
 #include "platform/DeviceIdentity.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"

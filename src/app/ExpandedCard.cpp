@@ -11,6 +11,7 @@ ExpandedCard::ExpandedCard(QuillbayViewModel &viewModel, FolderContents &content
     , m_contents(contents)
 {
     connect(m_viewModel.appFinder(), &AppFinder::foldersChanged, this, &ExpandedCard::update);
+    connect(m_viewModel.appFinder(), &AppFinder::hiddenAppPathsChanged, this, &ExpandedCard::forget);
     // From the event loop: a category's applications go after its row.
     const CategoryListModel *categories = m_viewModel.groupedAppsByCategory();
     connect(categories, &QAbstractItemModel::rowsRemoved, this, &ExpandedCard::update, Qt::QueuedConnection);
@@ -59,6 +60,12 @@ void ExpandedCard::update()
     m_title = title;
     m_folderId = folderId;
     Q_EMIT changed();
+}
+
+void ExpandedCard::forget()
+{
+    if (!m_source)
+        m_apps.setItems({});
 }
 
 void ExpandedCard::show(AppListModel *source)

@@ -52,6 +52,8 @@ private:
     };
 
     void update();
+    /// What was shown last may be what is hidden now.
+    void forget();
     void show(AppListModel *source);
 
     QuillbayViewModel &m_viewModel;

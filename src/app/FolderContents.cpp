@@ -1,22 +1,25 @@
 #include "app/FolderContents.h"
 
 #include "app/AppListModel.h"
+#include "app/QuillbayViewModel.h"
 #include "foundation/Uuid.h"
-#include "library/AppFinder.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace quillbay {
 
-FolderContents::FolderContents(const AppFinder &finder, QObject *parent)
+FolderContents::FolderContents(const QuillbayViewModel &viewModel, QObject *parent)
     : QObject(parent)
-    , m_finder(finder)
+    , m_viewModel(viewModel)
+    , m_finder(*viewModel.appFinder())
 {
     connect(&m_finder, &AppFinder::foldersChanged, this, &FolderContents::scheduleUpdate);
     connect(&m_finder, &AppFinder::appsChanged, this, &FolderContents::scheduleUpdate);
     connect(&m_finder, &AppFinder::hiddenAppPathsChanged, this, &FolderContents::scheduleUpdate);
     connect(&m_finder, &AppFinder::hiddenFolderIDsChanged, this, &FolderContents::scheduleUpdate);
+    connect(&m_viewModel, &SecurityLock::isHiddenUnlockedChanged, this, &FolderContents::update);
+    connect(&m_viewModel, &SecurityLock::securityChanged, this, &FolderContents::update);
 }
 
 AppListModel *FolderContents::apps(const QString &folderId)
@@ -51,8 +54,8 @@ const AppFolder *FolderContents::folder(const QUuid &id) const
 void FolderContents::fill(Content &content, const AppFolder &folder) const
 {
     // A hidden folder stands in the hidden list alone, where hidden applications are at home.
-    const QSet<QString> hidden =
-        m_finder.hiddenFolderIDs().contains(folder.id) ? QSet<QString>() : m_finder.hiddenAppPaths();
+    const bool isWhole = m_finder.hiddenFolderIDs().contains(folder.id) && !m_viewModel.isLocked();
+    const QSet<QString> hidden = isWhole ? QSet<QString>() : m_finder.hiddenAppPaths();
     if (content.members.isSharedWith(folder.appURLs) && content.apps.isSharedWith(m_finder.apps()) &&
         content.hidden == hidden)
         return;

@@ -12,6 +12,7 @@ namespace quillbay {
 
 class AppFinder;
 class AppListModel;
+class QuillbayViewModel;
 struct AppFolder;
 
 /// The applications of each folder as a model, made when it is first asked for. They follow the library from
@@ -23,11 +24,11 @@ class FolderContents : public QObject
     Q_OBJECT
 
 public:
-    /// The library must outlive this object.
-    explicit FolderContents(const AppFinder &finder, QObject *parent = nullptr);
+    /// The view model must outlive this object.
+    explicit FolderContents(const QuillbayViewModel &viewModel, QObject *parent = nullptr);
 
     /// The members that are installed and not hidden, in their order; those of a hidden folder with the
-    /// hidden ones. Null where there is no such folder. Owned by this
+    /// hidden ones, unless the hidden list is locked. Null where there is no such folder. Owned by this
     /// object, and ended once the folder is gone.
     Q_INVOKABLE quillbay::AppListModel *apps(const QString &folderId);
     /// Empty where there is no such folder.
@@ -48,6 +49,7 @@ private:
     void scheduleUpdate();
     void update();
 
+    const QuillbayViewModel &m_viewModel;
     const AppFinder &m_finder;
     QHash<QUuid, Content> m_contents;
     bool m_isScheduled = false;

@@ -4,22 +4,23 @@
 
 namespace quillbay {
 
-class AppFinder;
+class QuillbayViewModel;
 
-/// The cards of the hidden folders, in the order of all folders. Thread: main thread.
+/// The cards of the hidden folders, in the order of all folders; none while the hidden list is locked.
+/// Thread: main thread.
 class HiddenCards : public quillbay::CardListModel // in full, for the type's description
 {
     Q_OBJECT
 
 public:
     /// Both must outlive this object.
-    HiddenCards(const AppFinder &finder, FolderContents &contents, QObject *parent = nullptr);
+    HiddenCards(const QuillbayViewModel &viewModel, FolderContents &contents, QObject *parent = nullptr);
 
 protected:
     void update() override;
 
 private:
-    const AppFinder &m_finder;
+    const QuillbayViewModel &m_viewModel;
 };
 
 } // namespace quillbay

@@ -7,6 +7,7 @@
 #include "platform/Appearance.h"
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationSource.h"
+#include "platform/Biometrics.h"
 #include "platform/FolderWatch.h"
 #include "platform/GlobalHotkey.h"
 #include "platform/IconSource.h"
@@ -49,7 +50,7 @@ QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationServ
     , m_notifications(notifications)
     , m_appFinder({*platform.applications, *platform.folderWatch, *platform.recentDocuments, *platform.icons,
                    preferences, workspaces, notifications})
-    , m_viewModel(m_appFinder, *platform.launcher, preferences)
+    , m_viewModel(m_appFinder, *platform.launcher, *platform.biometrics, preferences)
 {
     connect(&m_appFinder, &AppFinder::scanFinished, this, &QuillbayApp::firstScanFinished,
             Qt::SingleShotConnection);
@@ -62,6 +63,11 @@ void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
     m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
         *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
+    connect(&m_viewModel, &SecurityLock::returnToFrontRequested, m_mainWindow.get(), [this, &window] {
+        // A window that the user has closed meanwhile stays closed.
+        if (window.isVisible())
+            m_mainWindow->bringForward({});
+    });
     connect(m_appDelegate.get(), &AppDelegate::urlOpened, this, &QuillbayApp::urlOpened);
     m_window = &window;
     if (m_hasScanned)

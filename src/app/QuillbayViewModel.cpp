@@ -9,11 +9,11 @@
 namespace quillbay {
 
 QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::ApplicationLauncher &launcher,
-                                     const PreferenceStore &preferences, QObject *parent)
-    : ObservableObject(parent)
+                                     platform::Biometrics &biometrics, const PreferenceStore &preferences,
+                                     QObject *parent)
+    : SecurityLock(biometrics, preferences, parent)
     , m_appFinder(appFinder)
     , m_launcher(launcher)
-    , m_preferences(preferences)
     , m_shownApps(appFinder)
     , m_keyMonitor([this](const QString &letter) { return handleFolderShortcut(letter); })
 {
@@ -22,6 +22,9 @@ QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::Application
         updateUnifiedGridItems();
         Q_EMIT objectWillChange();
     });
+    // The first to hear of it: screens that open find the list filled, and closed ones leave nothing behind.
+    connect(this, &SecurityLock::isHiddenUnlockedChanged, this, &QuillbayViewModel::updateFilteredApps);
+    connect(this, &SecurityLock::securityChanged, this, &QuillbayViewModel::updateFilteredApps);
     m_appFinder.scanApps();
     m_appFinder.startMonitoring();
     m_searchPause.setSingleShot(true);
@@ -36,9 +39,13 @@ QuillbayViewModel::QuillbayViewModel(AppFinder &appFinder, platform::Application
 
 void QuillbayViewModel::setSelection(const std::optional<SidebarSelection> &selection)
 {
-    if (!selection || selection->which() != SidebarSelection::Case::hidden)
-        setIsHiddenUnlocked(false);
+    const bool isHidden = selection && selection->which() == SidebarSelection::Case::hidden;
+    if (isHidden)
+        enterHiddenList();
+    else if (leaveHiddenList())
+        updateFilteredApps(); // empty when the next list comes up
     publish(m_selection, selection, &QuillbayViewModel::selectionChanged);
+    announceLeaving();
     updateFilteredApps();
 }
 
@@ -87,20 +94,11 @@ void QuillbayViewModel::setAppToUninstallPath(const QString &path)
         setAppToUninstall({});
 }
 
-void QuillbayViewModel::setIsHiddenUnlocked(bool unlocked)
-{
-    if (unlocked != m_isHiddenUnlocked)
-        publish(m_isHiddenUnlocked, unlocked, &QuillbayViewModel::isHiddenUnlockedChanged);
-}
-
-bool QuillbayViewModel::isSecurityPasswordSet() const
-{
-    return !m_preferences.string(QStringLiteral("quillbay_hidden_password")).value_or(QString()).isEmpty();
-}
-
 void QuillbayViewModel::updateFilteredApps()
 {
-    const QList<AppItem> result = m_shownApps.list(m_selection ? &*m_selection : nullptr, m_searchQuery);
+    const SidebarSelection *selection = m_selection ? &*m_selection : nullptr;
+    const bool isClosed = selection && selection->which() == SidebarSelection::Case::hidden && isLocked();
+    const QList<AppItem> result = isClosed ? QList<AppItem>() : m_shownApps.list(selection, m_searchQuery);
     if (!m_filteredApps.shows(result)) {
         Q_EMIT objectWillChange();
         m_filteredApps.setItems(result);

@@ -4,9 +4,8 @@
 #include "app/CategoryListModel.h"
 #include "app/GridListModel.h"
 #include "app/KeyMonitor.h"
+#include "app/SecurityLock.h"
 #include "app/ShownApps.h"
-#include "foundation/ObservableObject.h"
-#include "foundation/PreferenceStore.h"
 #include "library/AppFinder.h"
 #include "library/SidebarSelection.h"
 
@@ -32,8 +31,11 @@ class ApplicationLauncher;
 /// more when they are done. At each write of `selection` and `searchQuery`, after the value is stored. The
 /// lists below are derived: nothing else assigns them, and a result that looks the same assigns nothing.
 ///
+/// **The lock** of the hidden list comes from `SecurityLock`. Every selection but the hidden list closes that
+/// list again; while it is locked, nothing here lists what is hidden.
+///
 /// Thread: main thread. One instance, from the start of the program to its end.
-class QuillbayViewModel : public ObservableObject
+class QuillbayViewModel : public SecurityLock
 {
     Q_OBJECT
     Q_PROPERTY(quillbay::AppFinder *appFinder READ appFinder CONSTANT)
@@ -45,22 +47,19 @@ class QuillbayViewModel : public ObservableObject
                    searchFocusTriggerChanged)
     Q_PROPERTY(
         bool showingAppPicker READ showingAppPicker WRITE setShowingAppPicker NOTIFY showingAppPickerChanged)
-    Q_PROPERTY(
-        bool isHiddenUnlocked READ isHiddenUnlocked WRITE setIsHiddenUnlocked NOTIFY isHiddenUnlockedChanged)
-
     /// Its path; empty for nobody, as is a path that is not in the library.
     Q_PROPERTY(QString appToUninstall READ appToUninstallPath WRITE setAppToUninstallPath NOTIFY
                    appToUninstallChanged)
 
 public:
-    /// Starts the first scan and the folder watch. The library and the launcher must outlive this object.
+    /// Starts the first scan and the folder watch. The library and the services must outlive this object.
     QuillbayViewModel(AppFinder &appFinder, platform::ApplicationLauncher &launcher,
-                      const PreferenceStore &preferences, QObject *parent = nullptr);
+                      platform::Biometrics &biometrics, const PreferenceStore &preferences,
+                      QObject *parent = nullptr);
 
     AppFinder *appFinder() const { return &m_appFinder; }
 
-    /// What the sidebar shows. Nothing is a legal state, and lists as all applications do. Every selection
-    /// but the hidden list locks that list again.
+    /// What the sidebar shows. Nothing is a legal state, and lists as all applications do.
     const std::optional<SidebarSelection> &selection() const { return m_selection; }
     void setSelection(const std::optional<SidebarSelection> &selection);
     /// Text of the search field. Writing it recomputes the list before the call returns.
@@ -82,14 +81,9 @@ public:
     void setAppToUninstall(const std::optional<AppItem> &app);
     QString appToUninstallPath() const { return m_appToUninstall ? m_appToUninstall->path : QString(); }
     void setAppToUninstallPath(const QString &path);
-    /// The hidden list has been opened. Never stored: every start begins with it locked.
-    bool isHiddenUnlocked() const { return m_isHiddenUnlocked; }
-    void setIsHiddenUnlocked(bool unlocked);
-    /// Whether a password guards the hidden list, by what is stored now.
-    Q_INVOKABLE bool isSecurityPasswordSet() const;
 
     /// What the grid lists: for a query every match whatever is selected (in the hidden list the matches
-    /// among the hidden), else what is selected.
+    /// among the hidden), else what is selected. A locked hidden list is empty.
     AppListModel *filteredApps() { return &m_filteredApps; }
     /// The same applications by category.
     CategoryListModel *groupedAppsByCategory() { return &m_groupedAppsByCategory; }
@@ -111,7 +105,7 @@ public:
     /// Removes the folder alone: its subfolders stay, without a place, and so does its place in the grid's
     /// stored order.
     void deleteFolder(const AppFolder &folder);
-    /// All applications that are not members, in their order.
+    /// All applications that are not members, in their order; without the hidden ones while these are locked.
     QList<AppItem> appsNotInFolder(const AppFolder &folder) const;
     /// Moves a member before the place of another: dragged forward it lands before it, dragged backward in
     /// its place.
@@ -133,7 +127,6 @@ Q_SIGNALS:
     void folderForPickerChanged();
     void draggedAppChanged();
     void appToUninstallChanged();
-    void isHiddenUnlockedChanged();
     /// Something happened that is worth counting: "App Launched" with "app_name", "Search Used" with "query".
     void eventHappened(const QString &name, const QVariantMap &properties);
 
@@ -144,7 +137,6 @@ private:
 
     AppFinder &m_appFinder;
     platform::ApplicationLauncher &m_launcher;
-    PreferenceStore m_preferences;
     ShownApps m_shownApps;
     std::optional<SidebarSelection> m_selection = SidebarSelection();
     QString m_searchQuery;
@@ -156,7 +148,6 @@ private:
     AppListModel m_filteredApps;
     CategoryListModel m_groupedAppsByCategory;
     GridListModel m_unifiedGridItems;
-    bool m_isHiddenUnlocked = false;
     QSet<QString> m_categories; ///< Of all applications.
 
     /// What `unifiedGridItems` was made of.

@@ -75,9 +75,10 @@ void QuillbayViewModel::deleteFolder(const AppFolder &folder)
 QList<AppItem> QuillbayViewModel::appsNotInFolder(const AppFolder &folder) const
 {
     const QSet<QString> members(folder.appURLs.cbegin(), folder.appURLs.cend());
+    const QSet<QString> hidden = isLocked() ? m_appFinder.hiddenAppPaths() : QSet<QString>();
     QList<AppItem> others;
     for (const AppItem &app : m_appFinder.apps()) {
-        if (!members.contains(app.absoluteString()))
+        if (!hidden.contains(app.path) && !members.contains(app.absoluteString()))
             others.append(app);
     }
     return others;

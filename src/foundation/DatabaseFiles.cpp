@@ -39,6 +39,12 @@ bool makeFolders(const QString &path)
     return QDir().mkdir(path, OwnerOnly) || QFileInfo(path).isDir();
 }
 
+bool takeFromOthers(const QString &path)
+{
+    const QFile::Permissions now = QFile::permissions(path) & Everyone;
+    return (now & OwnerOnly) == now || QFile::setPermissions(path, now & OwnerOnly);
+}
+
 QString freeName(const QString &path)
 {
     const QString stem = path + QStringLiteral(".damaged-") +
@@ -132,7 +138,8 @@ std::optional<QString> DatabaseFiles::setAside() const
 {
     const QString name = freeName(m_path);
     for (const QLatin1StringView suffix : Suffixes) {
-        if (QFile::exists(m_path + suffix) && !QFile::rename(m_path + suffix, name + suffix))
+        const QString file = m_path + suffix;
+        if (QFile::exists(file) && (!takeFromOthers(file) || !QFile::rename(file, name + suffix)))
             return {};
     }
     return name;

@@ -44,8 +44,9 @@ public:
     /// Renames the main file, which must be closed and without a journal, to the missing one of `target`.
     std::optional<QString> takePlaceOf(const DatabaseFiles &target) const;
     /// Renames every file of the set to one new name beside the old one, ".damaged-" and the time in UTC, so
-    /// that the set can still be opened as it was. Never replaces a file. Answers the main file's new path,
-    /// or nothing where a file could not be renamed; what is left must then not be opened for writing.
+    /// that the set can still be opened as it was, by its owner. Never replaces a file. Answers the main
+    /// file's new path, or nothing where a file could not be renamed; what is left must then not be opened
+    /// for writing.
     std::optional<QString> setAside() const;
 
 private:

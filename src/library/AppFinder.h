@@ -146,7 +146,7 @@ public:
     QList<AppItem> searchApps(const QString &query) const;
     /// The first 8 of `searchApps`.
     QList<AppItem> getSearchSuggestions(const QString &query) const;
-    /// The first 6 of `recentApps`.
+    /// The first 6 of `recentApps` that are not hidden.
     QList<AppItem> getRecentAppsForSearch() const;
 
     // Hidden applications and folders, the same in every workspace (AppFinderHidden.cpp).

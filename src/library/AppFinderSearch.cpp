@@ -33,7 +33,9 @@ QList<AppItem> AppFinder::getSearchSuggestions(const QString &query) const
 
 QList<AppItem> AppFinder::getRecentAppsForSearch() const
 {
-    return m_recentApps.mid(0, mostRecentSuggestions);
+    QList<AppItem> visible = m_recentApps;
+    visible.removeIf([this](const AppItem &app) { return m_hiddenAppPaths.contains(app.path); });
+    return visible.mid(0, mostRecentSuggestions);
 }
 
 } // namespace quillbay

@@ -10,6 +10,7 @@ class Appearance;
 class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
+class Biometrics;
 class DeviceIdentity;
 class Elevation;
 class FileRemoval;
@@ -38,6 +39,7 @@ struct Platform
     std::unique_ptr<Appearance> appearance;
     std::unique_ptr<WindowEffects> windowEffects;
     std::unique_ptr<GlobalHotkey> hotkey;
+    std::unique_ptr<Biometrics> biometrics;
     std::shared_ptr<const ResidualRoots> residualRoots; ///< Shared with scans that still run.
     std::unique_ptr<FileRemoval> fileRemoval;
     std::unique_ptr<Trash> trash;

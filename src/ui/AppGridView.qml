@@ -16,8 +16,6 @@ FocusScope {
     readonly property string selection: Library.selection
     readonly property bool isSearching: ViewModel.searchQuery !== ""
     readonly property bool isEmpty: ViewModel.filteredApps.count === 0
-    /*! Closed to the eye: a password guards the hidden list, and it has not been given. */
-    readonly property bool isLocked: selection === "hidden" && !ViewModel.isHiddenUnlocked && ViewModel.isSecurityPasswordSet()
 
     /*! Before the window has its size every layout would be made for another. */
     readonly property bool isSized: content.width > 0 && content.height > 0
@@ -25,7 +23,9 @@ FocusScope {
     readonly property string layout: {
         if (isLoading || !isSized)
             return "loading";
-        if (isLocked)
+        if (selection === "hidden" && !ViewModel.isSecurityPasswordSet)
+            return "setup";
+        if (selection === "hidden" && !ViewModel.isHiddenUnlocked)
             return "locked";
         if (Library.isAllApps && Library.sortOption === "Category" && !isSearching)
             return "unified";
@@ -38,8 +38,9 @@ FocusScope {
     /*! Whatever changes it begins at the top again. */
     readonly property string identity: selection + "-" + Library.sortOption
 
+    /*! Not while one of the lock's screens needs the keyboard. */
     function focusSearch() {
-        if (!isLocked)
+        if (selection !== "hidden" || ViewModel.isSecurityPasswordSet && ViewModel.isHiddenUnlocked)
             header.searchField.requestFocus();
     }
 
@@ -152,6 +153,31 @@ FocusScope {
             to: 1
             duration: 200 * Theme.motion
         }
+    }
+    component LockPlace: Fade {
+        anchors.fill: content
+        onLoaded: {
+            // After the search field, should that have been promised the keyboard.
+            if (!root.isBrowsing)
+                Qt.callLater(forceActiveFocus); // qmllint disable type
+        }
+    }
+    LockPlace {
+        present: root.layout === "setup"
+        source: "HiddenSetupPage.qml"
+    }
+    LockPlace {
+        present: root.layout === "locked"
+        source: "HiddenUnlockPage.qml"
+    }
+    Fade {
+        anchors {
+            horizontalCenter: content.horizontalCenter
+            bottom: content.bottom
+            bottomMargin: 32
+        }
+        present: ViewModel.biometricPrompt !== ""
+        source: "FingerprintPrompt.qml"
     }
     // After the applications, so that Tab goes from the search field to them.
     HeaderTools {

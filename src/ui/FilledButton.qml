@@ -11,9 +11,10 @@ CapsuleButton {
     fontSize: 13
     horizontalPadding: 20
     verticalPadding: 10
+    cornerRadius: Theme.fieldRadius
     background: Rectangle {
         anchors.fill: parent
-        radius: Theme.fieldRadius
+        radius: root.cornerRadius
         color: Theme.mix(Theme.blue, "black", 0.12 * root.pressProgress)
     }
 }

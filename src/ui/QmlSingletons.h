@@ -170,13 +170,6 @@ struct ResidualRowsModelType
     QML_ANONYMOUS
 };
 
-struct ObservableObjectType
-{
-    Q_GADGET
-    QML_FOREIGN(quillbay::ObservableObject)
-    QML_ANONYMOUS
-};
-
 struct AppFinderType
 {
     Q_GADGET

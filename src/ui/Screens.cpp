@@ -8,8 +8,9 @@
 #include <QOpenGLContext>
 #include <QQuickWindow>
 
-// Written by the build from the classes of the module. Nothing else refers to it, and a linker takes from a
+// Written by the build from the classes of the modules. Nothing else refers to it, and a linker takes from a
 // static library only what is referred to.
+void qml_register_types_Quillbay_Lock();
 void qml_register_types_Quillbay_Ui();
 
 namespace quillbay {
@@ -20,13 +21,14 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     , m_folderTree(*viewModel.appFinder())
     , m_workspaces(workspaces)
     , m_gridDrops(viewModel)
-    , m_folderContents(*viewModel.appFinder())
+    , m_folderContents(viewModel)
     , m_cards(viewModel, m_folderContents)
-    , m_hiddenCards(*viewModel.appFinder(), m_folderContents)
+    , m_hiddenCards(viewModel, m_folderContents)
     , m_expandedCard(viewModel, m_folderContents)
     , m_uninstalling(viewModel, uninstaller)
 {
-    [[maybe_unused]] volatile auto keep = &qml_register_types_Quillbay_Ui;
+    [[maybe_unused]] void (*volatile keep[])() = {&qml_register_types_Quillbay_Lock,
+                                                  &qml_register_types_Quillbay_Ui};
     ViewModelSingleton::instance = &viewModel;
     NotificationsSingleton::instance = &notifications;
     LibrarySingleton::instance = &m_library;

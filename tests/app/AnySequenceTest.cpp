@@ -67,7 +67,7 @@ void Sequence::start()
 {
     QSignalSpy scanned(m_library.finder.get(), &AppFinder::scanFinished);
     m_model = std::make_unique<QuillbayViewModel>(*m_library.finder, *m_library.fakes.launcher,
-                                                  m_library.preferences);
+                                                  *m_library.fakes.biometrics, m_library.preferences);
     for (QAbstractItemModel *model : {static_cast<QAbstractItemModel *>(m_model->filteredApps()),
                                       static_cast<QAbstractItemModel *>(m_model->unifiedGridItems())})
         new QAbstractItemModelTester(model, QAbstractItemModelTester::FailureReportingMode::Fatal, model);

@@ -28,11 +28,11 @@ protected:
         library.finder->setAllAppsSortOption(AppSortOption::category);
         QSignalSpy scanned(library.finder.get(), &AppFinder::scanFinished);
         viewModel = std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher,
-                                                        library.preferences);
+                                                        *library.fakes.biometrics, library.preferences);
         EXPECT_TRUE(scanned.wait());
-        contents = std::make_unique<FolderContents>(*library.finder);
+        contents = std::make_unique<FolderContents>(*viewModel);
         cards = std::make_unique<UnifiedCards>(*viewModel, *contents);
-        hidden = std::make_unique<HiddenCards>(*library.finder, *contents);
+        hidden = std::make_unique<HiddenCards>(*viewModel, *contents);
         testers.push_back(std::make_unique<QAbstractItemModelTester>(cards.get(), fatal));
         testers.push_back(std::make_unique<QAbstractItemModelTester>(hidden.get(), fatal));
     }

@@ -34,7 +34,7 @@ protected:
                                      QStringLiteral("d:X"), QStringLiteral("out of it:X")}));
         QSignalSpy scanned(library.finder.get(), &AppFinder::scanFinished);
         model = std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher,
-                                                    library.preferences);
+                                                    *library.fakes.biometrics, library.preferences);
         EXPECT_TRUE(scanned.wait());
         drops = std::make_unique<GridDrops>(*model);
         library.finder->createFolder(QStringLiteral("F"), QStringLiteral("folder"),

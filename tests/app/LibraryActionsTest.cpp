@@ -27,7 +27,7 @@ protected:
             {QStringLiteral("Ada:Office"), QStringLiteral("Bix:Games"), QStringLiteral("Cut:Office")}));
         QSignalSpy scanned(library.finder.get(), &AppFinder::scanFinished);
         model = std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher,
-                                                    library.preferences);
+                                                    *library.fakes.biometrics, library.preferences);
         EXPECT_TRUE(scanned.wait());
         actions = std::make_unique<LibraryActions>(*model, *library.workspaces);
     }

@@ -30,7 +30,8 @@ protected:
     QuillbayViewModelTest()
     {
         fakes.applications->setApplications({app("Mail"), app("Maps"), app("Files"), app("Firefox")});
-        model = std::make_unique<QuillbayViewModel>(finder, *fakes.launcher, library.preferences);
+        model = std::make_unique<QuillbayViewModel>(finder, *fakes.launcher, *fakes.biometrics,
+                                                    library.preferences);
         QSignalSpy finished(&finder, &AppFinder::scanFinished);
         EXPECT_TRUE(finished.wait());
     }

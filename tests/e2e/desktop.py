@@ -60,6 +60,7 @@ class Desktop:
                        stdout=subprocess.PIPE, text=True)
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
         assert os.environ["DBUS_SESSION_BUS_ADDRESS"], "the session bus did not start"
+        os.environ["DBUS_SYSTEM_BUS_ADDRESS"] = os.environ["DBUS_SESSION_BUS_ADDRESS"]
         # The bus's daemons need the machine's own data; what is listed is the test's alone.
         os.environ["XDG_DATA_DIRS"] = str(self.home / "empty")
         machine = {**os.environ, "XDG_DATA_DIRS": "/usr/local/share:/usr/share"}

@@ -47,6 +47,7 @@ class Gallery:
         self.binary = str(pathlib.Path(binary).resolve())
         self.program = Program(self.desktop, self.binary)
         self.hands = Hands(self.desktop, self.program)
+        self.reader = None  # of fingerprints, once a state has one
 
     def close(self):
         self.program.end()
@@ -86,7 +87,7 @@ class Gallery:
             shutil.rmtree(made)
 
     def restart(self, **values):
-        """Starts anew, with other preferences: a text, a list of texts, or bytes each."""
+        """Starts anew, with other preferences: a text, a list of texts, a truth value, or bytes each."""
         self.program.end()
         self.store(values)
         self.start()
@@ -103,6 +104,8 @@ class Gallery:
                 rows.append((key, "data", value))
             elif isinstance(value, list):
                 rows.append((key, "stringArray", json.dumps(value)))
+            elif isinstance(value, bool):
+                rows.append((key, "boolean", int(value)))
             else:
                 rows.append((key, "string", value))
         with contextlib.closing(sqlite3.connect(path)) as store, store:

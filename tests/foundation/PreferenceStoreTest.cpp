@@ -267,6 +267,22 @@ TEST_F(PreferenceStoreTest, FilesThatOthersMayReadAreClosedToThem)
             << suffix;
 }
 
+TEST_F(PreferenceStoreTest, WhatIsSetAsideIsClosedToOthersAsWell)
+{
+    // A password may stand in a journal whose file is lost.
+    for (const char *suffix : {"", "-wal"}) {
+        const QString name = QStringLiteral(".config/quillbay/preferences.sqlite") + QLatin1String(suffix);
+        m_home.write(name, QByteArray(100, 'p'));
+        ASSERT_TRUE(QFile::setPermissions(m_home.path(name), QFile::Permissions(0x6044)));
+    }
+    EXPECT_TRUE(PreferenceStore(path()).setBoolean(Key, true));
+    ASSERT_THAT(setAside(), ::testing::SizeIs(1));
+    for (const char *suffix : {"", "-wal"})
+        EXPECT_EQ(permissionsOf(setAside().first() + QLatin1String(suffix)),
+                  QFile::ReadOwner | QFile::WriteOwner)
+            << suffix;
+}
+
 TEST_F(PreferenceStoreTest, ALinkedFileStaysLinked)
 {
     const QString target = m_home.path(QStringLiteral("elsewhere.sqlite"));

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
+#include "support/FakeBiometrics.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeDeviceIdentity.h"
 #include "support/FakeFullDiskAccess.h"
@@ -25,6 +26,7 @@ struct FakePlatform
     FakeAppearance *appearance = nullptr;
     FakeWindowEffects *windowEffects = nullptr;
     FakeGlobalHotkey *hotkey = nullptr;
+    FakeBiometrics *biometrics = nullptr;
     FakeFileRemoval *fileRemoval = nullptr;
     FakeTrash *trash = nullptr;
     FakeElevation *elevation = nullptr;

@@ -7,6 +7,8 @@
 #include <QQmlComponent>
 #include <QTest>
 
+#include <private/qquickwindow_p.h>
+
 namespace quillbay::testing {
 
 namespace {
@@ -39,8 +41,8 @@ ScreenTest::ScreenTest()
                                  QStringLiteral("Cut:Office"), QStringLiteral("Dot")}));
     AppIconLoader::setSource(library.fakes.icons);
     QSignalSpy scanned(library.finder.get(), &AppFinder::scanFinished);
-    viewModel =
-        std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher, library.preferences);
+    viewModel = std::make_unique<QuillbayViewModel>(*library.finder, *library.fakes.launcher,
+                                                    *library.fakes.biometrics, library.preferences);
     EXPECT_TRUE(scanned.wait());
     useUninstaller(nullptr, nullptr);
     engine = std::make_unique<QQmlEngine>();
@@ -129,7 +131,10 @@ QStringList ScreenTest::shown(QAccessible::Role role) const
 
 void ScreenTest::click(const char *name, Qt::MouseButton button)
 {
-    if (const QQuickItem *item = await(name))
+    const QQuickItem *item = await(name);
+    // What is laid out for the next frame is where it will be.
+    QQuickWindowPrivate::get(window.get())->polishItems();
+    if (item)
         QTest::mouseClick(window.get(), button, {}, middle(*item));
 }
 

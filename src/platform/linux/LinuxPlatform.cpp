@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 #include "platform/WindowEffects.h"
 #include "platform/linux/applications/LinuxApplicationSource.h"
+#include "platform/linux/biometrics/FprintdBiometrics.h"
 #include "platform/linux/desktop/DBusApplicationService.h"
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/PortalAppearance.h"
@@ -49,6 +50,7 @@ Platform createPlatform()
     platform.appearance = std::move(appearance);
     platform.windowEffects = chooseWindowEffects();
     platform.hotkey = chooseGlobalHotkey(sessionBus());
+    platform.biometrics = std::make_unique<FprintdBiometrics>([] { return QDBusConnection::systemBus(); });
     platform.residualRoots = std::make_shared<LinuxResidualRoots>(LinuxBaseFolders::fromEnvironment(),
                                                                   ApplicationEnvironment::fromEnvironment());
     platform.fileRemoval = std::make_unique<HandleFileRemoval>();

@@ -12,8 +12,12 @@ Item {
     property color foreground: Theme.primary
     property int fontSize: 13
     property int fontWeight: Font.DemiBold
+    property bool underlined: false
+    property int symbolSize: root.fontSize
+    property alias spacing: label.spacing
     property real horizontalPadding: 16
     property real verticalPadding: 9
+    property real cornerRadius: root.height / 2
     property alias background: backdrop.data
 
     readonly property bool pressed: mouse.containsPress || root.keyHeld
@@ -84,7 +88,7 @@ Item {
         Symbol {
             name: root.symbol
             visible: root.symbol !== ""
-            size: root.fontSize
+            size: root.symbolSize
             weight: root.fontWeight
             color: root.foreground
             anchors.verticalCenter: parent.verticalCenter
@@ -95,6 +99,7 @@ Item {
             color: root.foreground
             font.pixelSize: root.fontSize
             font.weight: root.fontWeight
+            font.underline: root.underlined
             anchors.verticalCenter: parent.verticalCenter
         }
     }
@@ -107,6 +112,6 @@ Item {
     }
 
     FocusRing {
-        cornerRadius: root.height / 2
+        cornerRadius: root.cornerRadius
     }
 }

@@ -16,9 +16,13 @@ FocusScope {
     property alias font: input.font
     property alias horizontalAlignment: input.horizontalAlignment
     property alias ink: input.color
+    property alias echoMode: input.echoMode
     property string placeholder
     // What the screen reader calls the field.
     property string label: root.placeholder
+    // The text is nobody else's: whoever frames the field tells the screen reader of it instead. As a line of text the
+    // toolkit would let it be read, also where it is left out of the tree.
+    property bool unread: false
     property bool isFocused: false
     // How long after the last key the cursor goes on blinking, in milliseconds; then it stands still.
     property int blinkTime: 10000
@@ -72,8 +76,9 @@ FocusScope {
         selectByMouse: true
         activeFocusOnTab: true
 
-        Accessible.role: Accessible.EditableText
+        Accessible.role: root.unread ? Accessible.Client : Accessible.EditableText
         Accessible.name: root.label
+        Accessible.ignored: root.unread
 
         onTextEdited: root.textEdited()
         onAccepted: root.accepted()
