@@ -4,6 +4,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
+#include "platform/ColorSampler.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"

@@ -8,6 +8,7 @@ class Appearance;
 class ApplicationLauncher;
 class ApplicationService;
 class ApplicationSource;
+class ColorSampler;
 class Elevation;
 class FileRemoval;
 class FolderWatch;
@@ -42,6 +43,7 @@ struct Platform
     std::unique_ptr<Elevation> elevation;
     std::unique_ptr<PackageManager> packages;
     std::unique_ptr<FullDiskAccess> fullDiskAccess;
+    std::unique_ptr<ColorSampler> colorSampler;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
+#include "support/FakeColorSampler.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeFullDiskAccess.h"
 #include "support/FakePackageManager.h"
@@ -29,6 +30,7 @@ struct FakePlatform
     FakeElevation *elevation = nullptr;
     FakePackageManager *packages = nullptr;
     FakeFullDiskAccess *fullDiskAccess = nullptr;
+    FakeColorSampler *colorSampler = nullptr;
 };
 
 } // namespace quillbay::testing

@@ -1,6 +1,7 @@
 # Stand-ins for every service of the desktop, driven by the test.
 add_library(quillbay_test_fakes STATIC
   FakeApplications.h FakeApplications.cpp
+  FakeColorSampler.h
   FakeDesktop.h FakeDesktop.cpp
   FakeFullDiskAccess.h
   FakePackageManager.h FakePackageManager.cpp

@@ -2,6 +2,7 @@
 #include "platform/Platform.h"
 #include "platform/WindowEffects.h"
 #include "platform/linux/applications/LinuxApplicationSource.h"
+#include "platform/linux/colors/ChooseColorSampler.h"
 #include "platform/linux/desktop/DBusApplicationService.h"
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/PortalAppearance.h"
@@ -54,6 +55,7 @@ Platform createPlatform()
     platform.elevation = std::make_unique<PkexecElevation>(ElevationHelper::ofProgram());
     platform.packages = std::make_unique<LinuxPackageManager>(PackageSurroundings::ofSession());
     platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
+    platform.colorSampler = chooseColorSampler(sessionBus());
     return platform;
 }
 
