@@ -15,6 +15,7 @@
 #include "library/AppIconLoader.h"
 #include "support/TestHome.h"
 #include "support/TestLibrary.h"
+#include "tools/Tools.h"
 #include "ui/QmlSingletons.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
@@ -497,7 +498,8 @@ void measure(int rounds, QByteArrayView part)
                                  admin,
                                  *fakes.fullDiskAccess,
                                  library.home.path()});
-        Screens screens(viewModel, *library.workspaces, library.notifications, uninstaller);
+        Tools tools(library.preferences, *library.workspaces, library.notifications);
+        Screens screens(viewModel, *library.workspaces, library.notifications, uninstaller, tools);
         QQuickWindow *window = screens.window();
         if (!window)
             stop("the screens could not be loaded");

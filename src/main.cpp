@@ -19,6 +19,7 @@
 #include "platform/ResidualRoots.h"
 #include "platform/Trash.h"
 #include "platform/WindowEffects.h"
+#include "tools/Tools.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
 #include "uninstaller/AdminPrivileges.h"
@@ -78,7 +79,8 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
                              admin,
                              *platform.fullDiskAccess,
                              ReceiptStore::defaultFolder()});
-    Screens screens(app.viewModel(), workspaces, notifications, uninstaller);
+    Tools tools(preferences, workspaces, notifications);
+    Screens screens(app.viewModel(), workspaces, notifications, uninstaller, tools);
     if (!screens.window())
         return 1;
     app.finishLaunching(*screens.window(), show);

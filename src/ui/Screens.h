@@ -18,6 +18,7 @@ namespace quillbay {
 
 class NotificationCenter;
 class QuillbayViewModel;
+class Tools;
 class Uninstaller;
 class WorkspaceManager;
 
@@ -28,7 +29,7 @@ class ScreenModels
 {
 public:
     ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                 NotificationCenter &notifications, Uninstaller &uninstaller);
+                 NotificationCenter &notifications, Uninstaller &uninstaller, Tools &tools);
     ~ScreenModels();
     ScreenModels(const ScreenModels &) = delete;
     ScreenModels &operator=(const ScreenModels &) = delete;
@@ -52,7 +53,7 @@ class Screens
 {
 public:
     Screens(QuillbayViewModel &viewModel, WorkspaceManager &workspaces, NotificationCenter &notifications,
-            Uninstaller &uninstaller);
+            Uninstaller &uninstaller, Tools &tools);
     ~Screens();
     Screens(const Screens &) = delete;
     Screens &operator=(const Screens &) = delete;
@@ -61,6 +62,8 @@ public:
     QQuickWindow *window() const;
 
 private:
+    void loadToolsLater(Tools &tools);
+
     ScreenModels m_models;
     QQmlApplicationEngine m_engine;
 };

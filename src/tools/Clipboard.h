@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace quillbay {
+
+/// Puts plain text, and nothing else, on the desktop's clipboard, where it stays while the program runs.
+/// Under Wayland the desktop takes it from the active window alone. Thread: main thread.
+void copyToClipboard(const QString &text);
+
+} // namespace quillbay

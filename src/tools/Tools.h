@@ -1,0 +1,32 @@
+#pragma once
+
+#include "workspaces/WorkspaceStorage.h"
+
+#include <memory>
+
+namespace quillbay {
+
+/// What the tools of the toolbar work with. None of it is needed before one of them opens, so nothing is made
+/// before it is asked for: the window's first picture waits for no tool.
+///
+/// Thread: main thread. `main` makes the one instance; what it is given must outlive it.
+class Tools
+{
+public:
+    Tools(const PreferenceStore &preferences, const WorkspaceManager &workspaces,
+          NotificationCenter &notifications);
+    ~Tools();
+    Tools(const Tools &) = delete;
+    Tools &operator=(const Tools &) = delete;
+
+    /// Loaded by the first call.
+    WorkspaceStorage &storage();
+
+private:
+    PreferenceStore m_preferences;
+    const WorkspaceManager &m_workspaces;
+    NotificationCenter &m_notifications;
+    std::unique_ptr<WorkspaceStorage> m_storage;
+};
+
+} // namespace quillbay
