@@ -498,7 +498,8 @@ void measure(int rounds, QByteArrayView part)
                                  admin,
                                  *fakes.fullDiskAccess,
                                  library.home.path()});
-        Tools tools(library.preferences, *library.workspaces, library.notifications);
+        Tools tools(library.preferences, *library.workspaces, library.notifications, *fakes.colorSampler,
+                    *fakes.windowEffects);
         Screens screens(viewModel, *library.workspaces, library.notifications, uninstaller, tools);
         QQuickWindow *window = screens.window();
         if (!window)

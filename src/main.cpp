@@ -7,6 +7,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
+#include "platform/ColorSampler.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
@@ -79,7 +80,7 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
                              admin,
                              *platform.fullDiskAccess,
                              ReceiptStore::defaultFolder()});
-    Tools tools(preferences, workspaces, notifications);
+    Tools tools(preferences, workspaces, notifications, *platform.colorSampler, *platform.windowEffects);
     Screens screens(app.viewModel(), workspaces, notifications, uninstaller, tools);
     if (!screens.window())
         return 1;

@@ -2,12 +2,18 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QImage>
 
 namespace quillbay {
 
 void copyToClipboard(const QString &text)
 {
     QGuiApplication::clipboard()->setText(text);
+}
+
+void copyToClipboard(const QImage &picture)
+{
+    QGuiApplication::clipboard()->setImage(picture);
 }
 
 } // namespace quillbay

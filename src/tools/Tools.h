@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tools/ColorPicker.h"
+#include "tools/RulerManager.h"
 #include "workspaces/WorkspaceStorage.h"
 
 #include <memory>
@@ -14,19 +16,26 @@ class Tools
 {
 public:
     Tools(const PreferenceStore &preferences, const WorkspaceManager &workspaces,
-          NotificationCenter &notifications);
+          NotificationCenter &notifications, platform::ColorSampler &colorSampler,
+          const platform::WindowEffects &windowEffects);
     ~Tools();
     Tools(const Tools &) = delete;
     Tools &operator=(const Tools &) = delete;
 
     /// Loaded by the first call.
     WorkspaceStorage &storage();
+    ColorPicker &colorPicker();
+    RulerManager &rulerManager();
 
 private:
     PreferenceStore m_preferences;
     const WorkspaceManager &m_workspaces;
     NotificationCenter &m_notifications;
+    platform::ColorSampler &m_colorSampler;
+    const platform::WindowEffects &m_windowEffects;
     std::unique_ptr<WorkspaceStorage> m_storage;
+    std::unique_ptr<ColorPicker> m_colorPicker;
+    std::unique_ptr<RulerManager> m_rulerManager;
 };
 
 } // namespace quillbay

@@ -3,11 +3,22 @@ set(tool_screens
   CodeSnippetForm.qml
   CodeSnippetItemView.qml
   CodeSnippetsPopoverView.qml
+  ColorPickerPopoverView.qml
+  MeasurePopoverView.qml
+  MeasurementRow.qml
   NoteSwatch.qml
   PlainEditor.qml
+  PopoverHeading.qml
+  QRCodeCard.qml
+  QRGeneratorPopoverView.qml
+  RecentColor.qml
+  RecentHeading.qml
+  RulerCapsule.qml
+  RulerView.qml
   SnippetCode.qml
   StickyNotesPopoverView.qml
   SymbolButton.qml
+  SymbolPushButton.qml
   TextCursor.qml
   ToolField.qml)
 foreach(screen IN LISTS tool_screens)

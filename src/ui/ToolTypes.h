@@ -1,6 +1,8 @@
 #pragma once
 
 #include "tools/CodeSnippets.h"
+#include "tools/QRGenerator.h"
+#include "tools/RulerGridCanvas.h"
 #include "tools/StickyNotes.h"
 #include "tools/Tools.h"
 
@@ -26,6 +28,53 @@ public:
         QJSEngine::setObjectOwnership(&tools->storage(), QJSEngine::CppOwnership);
         return &tools->storage();
     }
+};
+
+struct ColorPickerSingleton
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::ColorPicker)
+    QML_NAMED_ELEMENT(ColorPicker)
+    QML_SINGLETON
+
+public:
+    static ColorPicker *create(QQmlEngine *, QJSEngine *)
+    {
+        ColorPicker *picker = &WorkspaceStorageSingleton::tools->colorPicker();
+        QJSEngine::setObjectOwnership(picker, QJSEngine::CppOwnership);
+        return picker;
+    }
+};
+
+struct RulerManagerSingleton
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::RulerManager)
+    QML_NAMED_ELEMENT(RulerManager)
+    QML_SINGLETON
+
+public:
+    static RulerManager *create(QQmlEngine *engine, QJSEngine *)
+    {
+        RulerManager *manager = &WorkspaceStorageSingleton::tools->rulerManager();
+        QJSEngine::setObjectOwnership(manager, QJSEngine::CppOwnership);
+        manager->setEngine(engine);
+        return manager;
+    }
+};
+
+struct RulerGridCanvasType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::RulerGridCanvas)
+    QML_NAMED_ELEMENT(RulerGridCanvas)
+};
+
+struct QRGeneratorType
+{
+    Q_GADGET
+    QML_FOREIGN(quillbay::QRGenerator)
+    QML_NAMED_ELEMENT(QRGenerator)
 };
 
 struct StickyNotesType

@@ -63,7 +63,8 @@ protected:
     std::unique_ptr<QuillbayViewModel> viewModel;
     AdminPrivileges admin{*library.fakes.elevation};
     std::unique_ptr<Uninstaller> uninstaller;
-    Tools tools{library.preferences, *library.workspaces, library.notifications};
+    Tools tools{library.preferences, *library.workspaces, library.notifications, *library.fakes.colorSampler,
+                effects};
     std::unique_ptr<ScreenModels> models;
     std::unique_ptr<QQmlEngine> engine;
     std::unique_ptr<QQuickWindow> window;
