@@ -71,6 +71,8 @@ void RulerManager::showRuler()
         if (!visible)
             closeRuler();
     });
+    if (!m_effects.canShowThrough())
+        m_window->setOpaque();
     m_window->show();
     m_window->requestActivate();
     if (!m_effects.canPlaceWindows())

@@ -9,14 +9,18 @@ Item {
     id: root
 
     required property RulerManager manager
+    /*! What is behind the window shows through it. */
+    property bool seeThrough: true
+    /*! What must be seen besides the edges where nothing shows through. */
+    readonly property rect solidArea: Qt.rect(capsule.x, capsule.y, capsule.width, capsule.height)
 
     opacity: 0.98
 
     // A faint fill, so that there is something under the pointer to hold.
     Rectangle {
         anchors.fill: parent
-        radius: 12
-        color: Qt.rgba(0, 0, 0, 0.015)
+        radius: root.seeThrough ? 12 : 0
+        color: root.seeThrough ? Qt.rgba(0, 0, 0, 0.015) : Theme.windowBackground
     }
     Rectangle {
         anchors.fill: parent
@@ -50,6 +54,7 @@ Item {
         window: root.Window.window
     }
     RulerCapsule {
+        id: capsule
         anchors.horizontalCenter: parent.horizontalCenter
         y: Math.min(40, Math.round((parent.height - height) / 2))
         width: Math.min(220, parent.width - 24)

@@ -1,6 +1,8 @@
 #include "tools/RulerWindow.h"
 
 #include <QEvent>
+#include <QQuickItem>
+#include <QRegion>
 #include <QResizeEvent>
 
 namespace quillbay {
@@ -9,6 +11,7 @@ namespace {
 
 constexpr QSize firstSize(400, 300);
 constexpr QSize leastSize(200, 160);
+constexpr int edge = 40; // room for ticks and numbers
 
 bool isInput(QEvent::Type type)
 {
@@ -49,6 +52,22 @@ void RulerWindow::setSize(QSize size)
     resize(m_asked);
 }
 
+void RulerWindow::setOpaque()
+{
+    m_isOpaque = true;
+    rootObject()->setProperty("seeThrough", false);
+    cutOut();
+}
+
+void RulerWindow::cutOut()
+{
+    const QRect whole({}, size());
+    QRegion region(whole);
+    region -= whole.adjusted(edge, edge, -edge, -edge);
+    region += rootObject()->property("solidArea").toRectF().toAlignedRect();
+    setMask(region);
+}
+
 bool RulerWindow::event(QEvent *event)
 {
     const bool isHandled = QQuickView::event(event);
@@ -62,6 +81,8 @@ bool RulerWindow::event(QEvent *event)
 void RulerWindow::resizeEvent(QResizeEvent *event)
 {
     QQuickView::resizeEvent(event);
+    if (m_isOpaque)
+        cutOut();
     if (isVisible() && event->size() != event->oldSize() && event->size() != m_asked)
         m_isLiveResize = true;
     // A live resize that comes back to the size asked for has ended there all the same.

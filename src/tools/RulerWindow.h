@@ -25,6 +25,10 @@ public:
     /// Keeps the top left corner.
     void setSize(QSize size);
 
+    /// Where nothing shows through: the window is as if it had a hole where its content draws only lines, and
+    /// consists of its edges and of what the content tells by its property `solidArea`.
+    void setOpaque();
+
 Q_SIGNALS:
     void liveResizeEnded();
 
@@ -33,6 +37,9 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void cutOut();
+
+    bool m_isOpaque = false;
     QSize m_asked; ///< What the program asked for last.
     bool m_isLiveResize = false;
 };

@@ -2,6 +2,7 @@
 import os
 import shutil
 import signal
+import uuid
 
 from desktop import wait_until
 
@@ -10,7 +11,7 @@ PATIENCE = 30
 
 def make(gallery, wanted):
     """Takes the pictures of the wanted states, or of all."""
-    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare, Uninstaller, Loading):
+    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare, Uninstaller, PickerTools, Loading):
         states = kind(gallery)
         names = [name[5:] for name in dir(states) if name.startswith("show_")]
         chosen = [name for name in names if not wanted or name.replace("_", "-") in wanted]
@@ -422,3 +423,76 @@ class Loading(States):
 
     def back(self):
         self.program.end()
+
+
+class PickerTools(States):
+    """Colour picker, ruler and QR code, each empty and full."""
+    COLORS = ["#3A7BD5", "#FF7F00", "#FFFFFF", "#101014", "#30D158", "#BF5AF2", "#FFD60A", "#64D2FF", "#8E8E93", "#FF375F"]
+    SIZES = ["640 × 480 px", "400 × 300 px", "1280 × 720 px", "320 × 200 px", "515 × 233 px", "200 × 160 px"]
+
+    def begin(self):
+        self.full = False
+        self.gallery.arrange(AllAppsSortOption="A to Z")
+
+    def remember(self, full):
+        """What was picked and measured before: nothing, or all that is kept."""
+        home = str(uuid.uuid5(uuid.NAMESPACE_OID, "home")).upper()
+        if full != self.full:
+            self.gallery.restart(**{f"quillbay_recent_colors_{home}": self.COLORS if full else [],
+                                    f"quillbay_recent_measurements_{home}": self.SIZES if full else []})
+        self.full = full
+
+    def open(self, name, full=False):
+        self.remember(full)
+        self.hands.click(self.find("button menu", name))
+        self.gallery.wait_until_still()
+
+    def press(self, name):
+        self.hands.click(self.find("push button", name))
+
+    def back(self):
+        super().back()
+        ruler = self.program.find_now("push button", "Close Ruler")
+        if ruler:
+            self.hands.click(ruler)
+            super().back()
+
+    def show_color_picker(self):
+        self.open("Color Picker")
+
+    def show_color_picker_full(self):
+        self.open("Color Picker", full=True)
+        self.hands.click(self.find("radio button", "#FF7F00"))
+
+    def show_loupe(self):
+        self.open("Color Picker")
+        self.press("Pick Color")
+        # The loupe follows the pointer; it is not in the accessibility tree.
+        x, y = self.hands.place(self.find("push button", "Sort"))
+        wait_until(lambda: "139x167" in self.gallery.desktop.output("xwininfo", "-root", "-children"), PATIENCE, "no loupe")
+        self.hands.point(x - 4, y + 2)
+
+    def show_measure(self):
+        self.open("Screen Ruler")
+
+    def show_measure_full(self):
+        self.open("Screen Ruler", full=True)
+        self.hands.rest_on(self.find("push button", self.SIZES[1]))
+
+    def show_ruler(self, full=False):
+        self.open("Screen Ruler", full)
+        self.press("Open Screen Ruler")
+        self.find("label", "Width 400 px")
+
+    def show_ruler_smallest(self):
+        self.show_ruler(full=True)
+        self.press("200 × 160 px")
+        self.find("label", "Width 200 px")
+
+    def show_qr_generator(self):
+        self.open("QR Generator")
+
+    def show_qr_generator_full(self):
+        self.open("QR Generator")
+        self.hands.type("https://example.org/a/page?of=some&length=42")
+        self.find("image", "QR Code")
