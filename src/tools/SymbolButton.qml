@@ -40,7 +40,7 @@ T.AbstractButton {
     background: Rectangle {
         radius: 6
         color: Theme.fade(Theme.primary, 0.07)
-        opacity: root.hovered ? 1 : 0
+        opacity: root.hovered && root.enabled ? 1 : 0
 
         FocusRing {
             parent: root

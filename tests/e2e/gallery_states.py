@@ -1,4 +1,5 @@
 """The states that the gallery shows, each by what a person would do to see it."""
+import json
 import os
 import shutil
 import signal
@@ -11,7 +12,7 @@ PATIENCE = 30
 
 def make(gallery, wanted):
     """Takes the pictures of the wanted states, or of all."""
-    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare, Uninstaller, PickerTools, Loading):
+    for kind in (Grid, Cards, Sidebar, Sheets, Hidden, Bare, Uninstaller, Tools, PickerTools, Loading):
         states = kind(gallery)
         names = [name[5:] for name in dir(states) if name.startswith("show_")]
         chosen = [name for name in names if not wanted or name.replace("_", "-") in wanted]
@@ -402,6 +403,84 @@ class Uninstaller(States):
         if self.held:
             os.kill(self.held, signal.SIGKILL)
             self.held = None
+
+
+class Tools(States):
+    """Notes and snippets; what they keep is the home's alone."""
+    CODE = ("async function load(url, options = {}) {\n  const answer = await fetch(url, { credentials: 'same-origin', ...options });\n"
+            "  if (!answer.ok)\n    throw new Error(`${answer.status} for ${url}`);\n  return answer.json();\n}\n\n"
+            "export default load;")
+    TITLES = (("Fetch API", "JavaScript"), ("Greet", "Swift"), ("A title that is a good deal longer than its row has room for", "C++"),
+              ("No language", ""), ("Days of the week", "Python"), ("Find large files", "Shell"), ("Last commits", "Git"))
+
+    def begin(self):
+        self.gallery.arrange(AllAppsSortOption="A to Z")
+
+    def record(self, **fields):
+        return {"id": str(uuid.uuid4()).upper(), **fields}
+
+    def keep(self, notes=None, snippets=None):
+        home = str(uuid.uuid5(uuid.NAMESPACE_OID, "home")).upper()
+        lists = {f"quillbay_sticky_notes_{home}": notes, f"quillbay_code_snippets_{home}": snippets}
+        self.gallery.restart(**{key: json.dumps(value).encode() for key, value in lists.items() if value is not None})
+
+    def open(self, name):
+        self.hands.click(self.find("push button", name))
+        self.gallery.wait_until_still()
+
+    def open_snippets(self):
+        self.keep(snippets=[self.record(title=title, code=self.CODE, language=language) for title, language in self.TITLES])
+        self.open("Code Snippets")
+
+    def show_notes(self):
+        self.keep(notes=[self.record(text="Call the garage\nBread, milk, coffee", colorHex="#FFD60A"),
+                         self.record(text="Blue", colorHex="#64D2FF")])
+        self.open("Sticky Notes")
+
+    def show_notes_long(self):
+        text = "The harbour lights were already lit when the last ferry came in. " * 12
+        self.keep(notes=[self.record(text="First", colorHex="#30D158"), self.record(text=text, colorHex="#BF5AF2")])
+        self.open("Sticky Notes")
+        self.hands.click(self.find("push button", "Next Note"))
+
+    def show_notes_empty(self):
+        self.keep(notes=[])
+        self.open("Sticky Notes")
+
+    def show_notes_keyboard(self):
+        self.show_notes()
+        self.hands.keys("Tab", "Right", "Right")
+
+    def show_snippets(self):
+        self.open_snippets()
+
+    def show_snippets_expanded(self):
+        self.open_snippets()
+        self.hands.click(self.find("push button", "Fetch API"))
+
+    def show_snippets_form(self):
+        self.open_snippets()
+        self.hands.click(self.find("push button", "New Snippet"))
+        self.gallery.wait_until_still()
+        self.hands.type("Hello")
+
+    def show_snippets_search_nothing(self):
+        self.open_snippets()
+        self.hands.type("await")
+
+    def show_snippets_keyboard(self):
+        self.open_snippets()
+        self.hands.keys("Down", "Down", "Tab")
+
+    def show_snippets_copied(self):
+        self.rests = False  # the message goes before
+        self.open_snippets()
+        self.hands.click(self.find("push button", "Copy Greet"))
+        self.find("alert", "Snippet Copied!")
+
+    def back(self):
+        self.rests = True
+        super().back()
 
 
 class Loading(States):
