@@ -523,7 +523,7 @@ class PickerTools(States):
 
     def open(self, name, full=False):
         self.remember(full)
-        self.hands.click(self.find("button menu", name))
+        self.hands.click(self.find("push button", name))
         self.gallery.wait_until_still()
 
     def press(self, name):

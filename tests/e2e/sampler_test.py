@@ -51,7 +51,7 @@ class Sampler(LauncherCase):
         self.desktop.run("display", "-size", "100x100", "-geometry", "+20+700", "xc:#3A7BD5")
         wait_until(lambda: any("3A7BD5" in name for name in self.window_names()), PATIENCE, "no coloured window")
         corner = self.desktop.output("xwininfo", "-name", "ImageMagick: 3A7BD5")
-        self.press("Color Picker", "button menu")
+        self.press("Color Picker")
         self.press("Pick Color")
         wait_until(self.loupes, PATIENCE, lambda: "no loupe: " + self.desktop.output("xwininfo", "-root", "-children"))
         place = re.findall(r"Absolute upper-left [XY]:\s+(\d+)", corner)
@@ -63,7 +63,7 @@ class Sampler(LauncherCase):
         wait_until(lambda: not self.loupes(), PATIENCE, "the loupe stays")
 
     def test_measures(self):
-        self.press("Screen Ruler", "button menu")
+        self.press("Screen Ruler")
         self.press("Open Screen Ruler")
         self.program.find("label", "Width 400 px")
         wait_until(lambda: "400 × 300 px" in self.stored("quillbay_recent_measurements"), PATIENCE, "not recorded")
@@ -101,7 +101,7 @@ class Sampler(LauncherCase):
         self.addCleanup(target.terminate)
         self.addCleanup(target.stdout.close)
         wait_until(lambda: "Drop target" in self.window_names(), PATIENCE, "no drop target")
-        self.press("QR Generator", "button menu")
+        self.press("QR Generator")
         self.program.find("label", "Enter text above to preview QR")
         self.hands.type(SECRET)
         self.hands.pick_up(self.program.find("image", "QR Code"))

@@ -55,7 +55,11 @@ PortalColorSampler::PortalColorSampler(const QDBusConnection &bus)
     m_portal.setConnection(m_bus);
     m_portal.setWatchMode(QDBusServiceWatcher::WatchForUnregistration);
     connect(&m_portal, &QDBusServiceWatcher::serviceUnregistered, this, [this] {
-        finish({ColorSample::Outcome::Cancelled, 0, 0, 0, {}});
+        ColorSample sample;
+        if (m_isTaken)
+            sample.outcome = ColorSample::Outcome::Cancelled;
+        sample.reason = QStringLiteral("the desktop portal has ended");
+        finish(sample);
     });
 }
 
@@ -90,16 +94,21 @@ void PortalColorSampler::ask()
     m_bus.connect(QString(), m_request, requestInterface, QStringLiteral("Response"), this,
                   SLOT(onResponse(uint, QVariantMap)));
     m_portal.addWatchedService(portalService);
+    m_isTaken = false;
 
     QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, screenshotInterface,
                                                        QStringLiteral("PickColor"));
     call << parentWindow() << QVariantMap{{QStringLiteral("handle_token"), token}};
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, request = m_request] {
         watcher->deleteLater();
+        if (request != m_request)
+            return;
         const QDBusPendingReply<> reply = *watcher;
         if (reply.isError())
             refused(reply.error());
+        else
+            m_isTaken = true;
     });
 }
 

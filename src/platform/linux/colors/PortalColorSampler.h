@@ -12,8 +12,8 @@ class QDBusError;
 namespace quillbay::platform {
 
 /// The desktop's own picker, through `PickColor` of `org.freedesktop.portal.Screenshot`. A desktop without a
-/// portal, or whose portal has no picker, is `Unavailable`; a portal that ends meanwhile counts as cancelled.
-/// The answer may take as long as the person does.
+/// portal, or whose portal has no picker, is `Unavailable`; a portal that ends after it has taken the request
+/// counts as cancelled. The answer may take as long as the person does.
 class PortalColorSampler final : public QObject, public ColorSampler
 {
     Q_OBJECT
@@ -34,8 +34,9 @@ private:
 
     QDBusConnection m_bus;
     QDBusServiceWatcher m_portal;
-    QString m_request;   ///< Object path of the open request; empty without one.
-    Finished m_finished; ///< Set while a sampling is open.
+    bool m_isTaken = false; ///< The portal has taken the request.
+    QString m_request;      ///< Object path of the open request; empty without one.
+    Finished m_finished;    ///< Set while a sampling is open.
 };
 
 } // namespace quillbay::platform
