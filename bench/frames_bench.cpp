@@ -15,6 +15,7 @@
 #include "library/AppIconLoader.h"
 #include "support/TestHome.h"
 #include "support/TestLibrary.h"
+#include "tools/Tools.h"
 #include "ui/QmlSingletons.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
@@ -498,8 +499,10 @@ void measure(int rounds, QByteArrayView part)
                                  admin,
                                  *fakes.fullDiskAccess,
                                  library.home.path()});
+        Tools tools(library.preferences, *library.workspaces, library.notifications, *fakes.colorSampler,
+                    *fakes.windowEffects);
         ScreenTypes types;
-        Screens screens(types, viewModel, *library.workspaces, library.notifications, uninstaller);
+        Screens screens(types, viewModel, *library.workspaces, library.notifications, uninstaller, tools);
         QQuickWindow *window = screens.window();
         if (!window)
             stop("the screens could not be loaded");

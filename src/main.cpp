@@ -11,6 +11,7 @@
 #include "platform/ApplicationSource.h"
 #include "platform/Biometrics.h"
 #include "platform/DeviceIdentity.h"
+#include "platform/ColorSampler.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
@@ -23,6 +24,7 @@
 #include "platform/ResidualRoots.h"
 #include "platform/Trash.h"
 #include "platform/WindowEffects.h"
+#include "tools/Tools.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
 #include "uninstaller/AdminPrivileges.h"
@@ -92,7 +94,8 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
                              admin,
                              *platform.fullDiskAccess,
                              ReceiptStore::defaultFolder()});
-    Screens screens(types, app.viewModel(), workspaces, notifications, uninstaller);
+    Tools tools(preferences, workspaces, notifications, *platform.colorSampler, *platform.windowEffects);
+    Screens screens(types, app.viewModel(), workspaces, notifications, uninstaller, tools);
     if (!screens.window())
         return 1;
     app.finishLaunching(*screens.window(), show);

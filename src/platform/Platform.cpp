@@ -6,6 +6,7 @@
 #include "platform/ApplicationSource.h"
 #include "platform/Biometrics.h"
 #include "platform/DeviceIdentity.h"
+#include "platform/ColorSampler.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"

@@ -12,6 +12,7 @@ class ApplicationService;
 class ApplicationSource;
 class Biometrics;
 class DeviceIdentity;
+class ColorSampler;
 class Elevation;
 class FileRemoval;
 class FolderWatch;
@@ -48,6 +49,7 @@ struct Platform
     ElevatedRun runToolElevated; ///< For those package managers that need it.
     std::unique_ptr<FullDiskAccess> fullDiskAccess;
     std::shared_ptr<const DeviceIdentity> deviceIdentity; ///< Shared with the thread that asks it.
+    std::unique_ptr<ColorSampler> colorSampler;
 };
 
 /// The name that the desktop knows the program by: application id, bus name, name of its desktop entry.

@@ -25,6 +25,10 @@ public:
     /// Whether a program may put its own windows at a place (X11) or not (Wayland).
     virtual bool canPlaceWindows() const = 0;
 
+    /// Whether what is behind a translucent window shows through it now. Without a compositor it is drawn
+    /// over black.
+    virtual bool canShowThrough() const = 0;
+
     /// Brings a visible window to the front with the keyboard. `activationToken` is what the caller was given
     /// for it; without one, Wayland compositors may only mark the window as asking for attention.
     virtual void bringToFront(QWindow *window, const QString &activationToken) = 0;

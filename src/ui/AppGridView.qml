@@ -12,6 +12,11 @@ FocusScope {
     required property Window hostWindow
     /*! The user goes through the selections by keyboard, which therefore stays there. */
     required property bool isBrowsing
+    property alias showingColorPicker: tools.showingColorPicker
+    property alias showingMeasureRuler: tools.showingMeasureRuler
+    property alias showingQRGenerator: tools.showingQRGenerator
+    property alias showingStickyNotes: tools.showingStickyNotes
+    property alias showingSnippets: tools.showingSnippets
     readonly property bool isLoading: ViewModel.appFinder.isScanning && ViewModel.appFinder.isEmpty
     readonly property string selection: Library.selection
     readonly property bool isSearching: ViewModel.searchQuery !== ""

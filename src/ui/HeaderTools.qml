@@ -8,6 +8,11 @@ Row {
     id: root
 
     required property Window window
+    property alias showingColorPicker: colorPicker.showing
+    property alias showingMeasureRuler: measureRuler.showing
+    property alias showingQRGenerator: qrGenerator.showing
+    property alias showingStickyNotes: stickyNotes.showing
+    property alias showingSnippets: snippets.showing
 
     function toggleMaximized() {
         windowButtons.toggleMaximized();
@@ -15,6 +20,41 @@ Row {
 
     spacing: 16
 
+    Row {
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 4
+
+        ToolbarTool {
+            id: colorPicker
+            symbol: "eyedropper"
+            label: qsTr("Color Picker")
+            popover: "ColorPickerPopoverView.qml"
+        }
+        ToolbarTool {
+            id: measureRuler
+            symbol: "ruler"
+            label: qsTr("Screen Ruler")
+            popover: "MeasurePopoverView.qml"
+        }
+        ToolbarTool {
+            id: qrGenerator
+            symbol: "qrcode"
+            label: qsTr("QR Generator")
+            popover: "QRGeneratorPopoverView.qml"
+        }
+        ToolbarTool {
+            id: stickyNotes
+            symbol: "note.text"
+            label: qsTr("Sticky Notes")
+            popover: "StickyNotesPopoverView.qml"
+        }
+        ToolbarTool {
+            id: snippets
+            symbol: "terminal"
+            label: qsTr("Code Snippets")
+            popover: "CodeSnippetsPopoverView.qml"
+        }
+    }
     ToolbarButton {
         id: sortButton
         visible: Library.isAllApps

@@ -1,12 +1,17 @@
 #include "ui/Screens.h"
 
+#include "tools/Tools.h"
 #include "ui/QmlSingletons.h"
+#include "ui/ToolTypes.h"
 #include "ui/vocabulary/Symbols.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QOpenGLContext>
 #include <QQuickWindow>
+#include <QTimer>
+
+#include <chrono>
 
 // Written by the build from the classes of the modules. Nothing else refers to it, and a linker takes from a
 // static library only what is referred to.
@@ -15,8 +20,15 @@ void qml_register_types_Quillbay_Ui();
 
 namespace quillbay {
 
+namespace {
+
+/// From the first picture to the loading of what the tools keep, unless one is opened before.
+constexpr std::chrono::seconds toolsDelay(2);
+
+} // namespace
+
 ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                           NotificationCenter &notifications, Uninstaller &uninstaller)
+                           NotificationCenter &notifications, Uninstaller &uninstaller, Tools &tools)
     : m_library(viewModel, workspaces)
     , m_folderTree(*viewModel.appFinder())
     , m_workspaces(workspaces)
@@ -40,6 +52,7 @@ ScreenModels::ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &works
     ExpandedCardSingleton::instance = &m_expandedCard;
     FolderContentsSingleton::instance = &m_folderContents;
     UninstallingSingleton::instance = &m_uninstalling;
+    WorkspaceStorageSingleton::tools = &tools;
 }
 
 ScreenModels::~ScreenModels() = default;
@@ -57,8 +70,8 @@ ScreenTypes::ScreenTypes()
 ScreenTypes::~ScreenTypes() = default;
 
 Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                 NotificationCenter &notifications, Uninstaller &uninstaller)
-    : m_models(viewModel, workspaces, notifications, uninstaller)
+                 NotificationCenter &notifications, Uninstaller &uninstaller, Tools &tools)
+    : m_models(viewModel, workspaces, notifications, uninstaller, tools)
 {
     // The window would ask it first thing; the graphics driver takes as long to load as the types.
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
@@ -72,6 +85,19 @@ Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceMana
     m_content.reset(content.create());
     for (const QQmlError &error : content.errors())
         qWarning("%s", qUtf8Printable(error.toString()));
+    loadToolsLater(tools);
+}
+
+void Screens::loadToolsLater(Tools &tools)
+{
+    QQuickWindow *shown = window();
+    if (!shown)
+        return;
+    const auto load = [shown, &tools] {
+        QTimer::singleShot(toolsDelay, shown, [&tools] { tools.storage(); });
+    };
+    const auto type = Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection);
+    QObject::connect(shown, &QQuickWindow::frameSwapped, shown, load, type);
 }
 
 Screens::~Screens() = default;

@@ -21,6 +21,7 @@ namespace quillbay {
 
 class NotificationCenter;
 class QuillbayViewModel;
+class Tools;
 class Uninstaller;
 class WorkspaceManager;
 
@@ -31,7 +32,7 @@ class ScreenModels
 {
 public:
     ScreenModels(QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-                 NotificationCenter &notifications, Uninstaller &uninstaller);
+                 NotificationCenter &notifications, Uninstaller &uninstaller, Tools &tools);
     ~ScreenModels();
     ScreenModels(const ScreenModels &) = delete;
     ScreenModels &operator=(const ScreenModels &) = delete;
@@ -75,7 +76,7 @@ class Screens
 {
 public:
     Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceManager &workspaces,
-            NotificationCenter &notifications, Uninstaller &uninstaller);
+            NotificationCenter &notifications, Uninstaller &uninstaller, Tools &tools);
     ~Screens();
     Screens(const Screens &) = delete;
     Screens &operator=(const Screens &) = delete;
@@ -84,6 +85,8 @@ public:
     QQuickWindow *window() const;
 
 private:
+    void loadToolsLater(Tools &tools);
+
     ScreenModels m_models;
     std::unique_ptr<QObject> m_content;
 };

@@ -9,7 +9,8 @@ Item {
     id: root
 
     required property Flickable view
-    readonly property real notch: 120
+    /*! How far a notch goes. */
+    property real notch: 120
 
     anchors.fill: parent
     z: -1

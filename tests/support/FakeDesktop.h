@@ -93,12 +93,14 @@ class FakeWindowEffects final : public platform::WindowEffects
 public:
     bool blurs = false;
     bool places = true;
+    bool showsThrough = true;
     std::vector<std::pair<QPointer<QWindow>, QRegion>> blurRegions;    ///< Every request, in order.
     std::vector<std::pair<QPointer<QWindow>, QString>> broughtForward; ///< Window and token, in order.
 
     bool canBlurBehind() const override { return blurs; }
     void setBlurBehind(QWindow *window, const QRegion &region) override;
     bool canPlaceWindows() const override { return places; }
+    bool canShowThrough() const override { return showsThrough; }
     void bringToFront(QWindow *window, const QString &activationToken) override;
 };
 

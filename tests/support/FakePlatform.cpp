@@ -32,6 +32,7 @@ FakePlatform::FakePlatform()
     , elevation(make<FakeElevation>(services.elevation))
     , packages(make<FakePackageManager>(services.packages))
     , fullDiskAccess(make<FakeFullDiskAccess>(services.fullDiskAccess))
+    , colorSampler(make<FakeColorSampler>(services.colorSampler))
 {
     auto identity = std::make_shared<FakeDeviceIdentity>();
     deviceIdentity = identity.get();

@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "support/FakeApplications.h"
 #include "support/FakeBiometrics.h"
+#include "support/FakeColorSampler.h"
 #include "support/FakeDesktop.h"
 #include "support/FakeDeviceIdentity.h"
 #include "support/FakeFullDiskAccess.h"
@@ -33,6 +34,7 @@ struct FakePlatform
     FakePackageManager *packages = nullptr;
     FakeFullDiskAccess *fullDiskAccess = nullptr;
     FakeDeviceIdentity *deviceIdentity = nullptr;
+    FakeColorSampler *colorSampler = nullptr;
 };
 
 } // namespace quillbay::testing

@@ -2,6 +2,7 @@
 add_library(quillbay_test_fakes STATIC
   FakeApplications.h FakeApplications.cpp
   FakeBiometrics.h FakeBiometrics.cpp
+  FakeColorSampler.h
   FakeDesktop.h FakeDesktop.cpp
   FakeDeviceIdentity.h
   FakeFullDiskAccess.h

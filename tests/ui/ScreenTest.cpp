@@ -70,8 +70,8 @@ void ScreenTest::useUninstaller(std::shared_ptr<const platform::ResidualRoots> r
                                                           admin,
                                                           *fakes.fullDiskAccess,
                                                           library.home.filePath(QStringLiteral("receipts"))});
-    models =
-        std::make_unique<ScreenModels>(*viewModel, *library.workspaces, library.notifications, *uninstaller);
+    models = std::make_unique<ScreenModels>(*viewModel, *library.workspaces, library.notifications,
+                                            *uninstaller, tools);
 }
 
 void ScreenTest::show(const QByteArray &qml, QSize size)

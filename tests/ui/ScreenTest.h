@@ -3,6 +3,7 @@
 #include "app/QuillbayViewModel.h"
 #include "support/FakeDesktop.h"
 #include "support/TestLibrary.h"
+#include "tools/Tools.h"
 #include "ui/Screens.h"
 #include "ui/vocabulary/Theme.h"
 #include "uninstaller/Uninstaller.h"
@@ -62,6 +63,8 @@ protected:
     std::unique_ptr<QuillbayViewModel> viewModel;
     AdminPrivileges admin{*library.fakes.elevation};
     std::unique_ptr<Uninstaller> uninstaller;
+    Tools tools{library.preferences, *library.workspaces, library.notifications, *library.fakes.colorSampler,
+                effects};
     std::unique_ptr<ScreenModels> models;
     std::unique_ptr<QQmlEngine> engine;
     std::unique_ptr<QQuickWindow> window;

@@ -3,6 +3,7 @@
 #include "platform/WindowEffects.h"
 #include "platform/linux/applications/LinuxApplicationSource.h"
 #include "platform/linux/biometrics/FprintdBiometrics.h"
+#include "platform/linux/colors/ChooseColorSampler.h"
 #include "platform/linux/desktop/DBusApplicationService.h"
 #include "platform/linux/desktop/LinuxWindowEffects.h"
 #include "platform/linux/desktop/PortalAppearance.h"
@@ -62,6 +63,7 @@ Platform createPlatform()
     };
     platform.fullDiskAccess = std::make_unique<FlatpakFileAccess>();
     platform.deviceIdentity = std::make_shared<LinuxDeviceIdentity>();
+    platform.colorSampler = chooseColorSampler(sessionBus());
     return platform;
 }
 

@@ -69,6 +69,7 @@ public:
     bool canBlurBehind() const override { return false; }
     void setBlurBehind(QWindow *window, const QRegion &region) override;
     bool canPlaceWindows() const override { return false; }
+    bool canShowThrough() const override { return true; }
     void bringToFront(QWindow *window, const QString &activationToken) override;
 };
 

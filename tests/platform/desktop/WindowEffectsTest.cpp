@@ -73,6 +73,13 @@ public:
             xcb_delete_property(m_connection, m_root, atom(name));
         xcb_flush(m_connection);
     }
+    /// Becomes the compositor, or is none any more.
+    void setCompositing(bool on)
+    {
+        const xcb_window_t owner = on ? openWindow() : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+        xcb_set_selection_owner(m_connection, owner, atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+        xcb_flush(m_connection);
+    }
     /// Maps a window over everything, which takes the keyboard as the one the user works in.
     xcb_window_t openWindow()
     {
@@ -159,6 +166,17 @@ TEST(X11WindowEffects, FollowsWhetherTheCompositorOffersBlur)
     EXPECT_TRUE(chooseWindowEffects()->canBlurBehind());
     compositor.setRootProperty(blurProperty, false);
     EXPECT_TRUE(QTest::qWaitFor([&early] { return !early->canBlurBehind(); }, patience));
+}
+
+TEST(X11WindowEffects, WindowsShowThroughWhereACompositorRuns)
+{
+    Peer compositor;
+    const auto effects = chooseWindowEffects();
+    EXPECT_FALSE(effects->canShowThrough());
+    compositor.setCompositing(true);
+    EXPECT_TRUE(QTest::qWaitFor([&effects] { return effects->canShowThrough(); }, patience));
+    compositor.setCompositing(false);
+    EXPECT_TRUE(QTest::qWaitFor([&effects] { return !effects->canShowThrough(); }, patience));
 }
 
 TEST(X11WindowEffects, SetsAndTakesBackTheBlurRegion)

@@ -15,6 +15,7 @@ public:
     bool canBlurBehind() const override { return false; }
     void setBlurBehind(QWindow *window, const QRegion &region) override;
     bool canPlaceWindows() const override { return false; }
+    bool canShowThrough() const override { return true; }
     /// Qt takes the token from the environment, where it never stays; an empty one leaves what is there,
     /// which on the first call is the token that the program was started with.
     void bringToFront(QWindow *window, const QString &activationToken) override;

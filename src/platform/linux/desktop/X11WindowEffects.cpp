@@ -32,7 +32,7 @@ QNativeInterface::QX11Application *x11()
     return qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
 }
 
-xcb_window_t rootWindow(xcb_connection_t *connection)
+int screenNumber()
 {
     int wanted = 0;
     char *host = nullptr;
@@ -40,6 +40,12 @@ xcb_window_t rootWindow(xcb_connection_t *connection)
     if (xcb_parse_display(nullptr, &host, &display, &wanted) == 0)
         wanted = 0;
     std::free(host);
+    return wanted;
+}
+
+xcb_window_t rootWindow(xcb_connection_t *connection)
+{
+    int wanted = screenNumber();
     xcb_screen_iterator_t screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
     for (; wanted > 0 && screen.rem > 1; --wanted)
         xcb_screen_next(&screen);
@@ -144,6 +150,20 @@ void X11WindowEffects::setBlurBehind(QWindow *window, const QRegion &region)
         xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, id, property, XCB_ATOM_CARDINAL, 32,
                             static_cast<uint32_t>(numbers.size()), numbers.constData());
     flush();
+}
+
+bool X11WindowEffects::canShowThrough() const
+{
+    const QByteArray name = "_NET_WM_CM_S" + QByteArray::number(screenNumber());
+    const auto atomCookie =
+        xcb_intern_atom(m_connection, 0, static_cast<uint16_t>(name.size()), name.constData());
+    const Reply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(m_connection, atomCookie, nullptr));
+    if (!atom)
+        return false;
+    const auto ownerCookie = xcb_get_selection_owner(m_connection, atom->atom);
+    const Reply<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(m_connection, ownerCookie, nullptr));
+    return owner && owner->owner != XCB_WINDOW_NONE;
 }
 
 void X11WindowEffects::bringToFront(QWindow *window, const QString &activationToken)

@@ -36,6 +36,8 @@ public:
     bool canBlurBehind() const override;
     void setBlurBehind(QWindow *window, const QRegion &region) override;
     bool canPlaceWindows() const override { return true; }
+    /// Whether a compositor runs, which owns a selection then. Waits for the server to tell.
+    bool canShowThrough() const override;
     /// Asks the window manager as a pager would, on behalf of the user: a window that only asks for itself is
     /// refused by focus-stealing prevention when a global key summons it. A token that is a startup id gives
     /// the time of the user's action, and its start-up sequence ends here.

@@ -1,0 +1,209 @@
+#include "ui/ScreenTest.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QTest>
+
+namespace quillbay::testing {
+namespace {
+
+/// A tool's button near the right edge of a small window, with a field beside it that has the keyboard.
+class ToolsTest : public ScreenTest
+{
+protected:
+    void showTool(const char *popover)
+    {
+        show("Item { property bool open: tool.showing\n"
+             "CustomTextField { placeholder: 'Behind'; width: 100; Component.onCompleted: requestFocus() }\n"
+             "ToolbarTool { id: tool; x: 560; symbol: 'terminal'; label: 'Tool'; popover: '" +
+                 QByteArray(popover) + "' } }",
+             {600, 700});
+        ASSERT_TRUE(waitFor([&] { return window->activeFocusItem() == find("Behind"); }));
+    }
+    void open()
+    {
+        click("Tool");
+        ASSERT_TRUE(waitFor([&] { return panel() && panel()->property("opened").toBool(); }));
+    }
+    bool isOpen() const { return screen->property("open").toBool(); }
+    void waitUntilGone()
+    {
+        ASSERT_TRUE(waitFor([&] { return !panel(); })) << "it is dropped once it has closed";
+        EXPECT_TRUE(waitFor([&] { return window->activeFocusItem() == find("Behind"); }));
+    }
+    QObject *panel() const
+    {
+        const QList<QObject *> found = screen->findChildren<QObject *>();
+        const auto isPopover = [](const QObject *o) {
+            return o->inherits("QQuickPopup") && o->property("opened").isValid();
+        };
+        const auto popup = std::find_if(found.begin(), found.end(), isPopover);
+        return popup == found.end() ? nullptr : *popup;
+    }
+
+    void keepNotes(const QStringList &texts)
+    {
+        QList<StickyNote> notes;
+        for (const QString &text : texts)
+            notes.append({QUuid::createUuid(), text, QStringLiteral("#30D158")});
+        tools.storage().setStickyNotes(notes);
+        tools.storage().saveNotes();
+    }
+    const QList<StickyNote> &notes() { return tools.storage().stickyNotes(); }
+    const QList<CodeSnippet> &snippets() { return tools.storage().codeSnippets(); }
+};
+
+TEST_F(ToolsTest, AToolOpensInsideTheWindowAndGivesTheKeyboardBack)
+{
+    keepNotes({QStringLiteral("a"), QStringLiteral("b")});
+    showTool("StickyNotesPopoverView.qml");
+    open();
+    const QQuickItem *dialog = find("Sticky Notes");
+    ASSERT_TRUE(dialog);
+    const QRectF place = dialog->mapRectToScene(QRectF(0, 0, dialog->width(), dialog->height()));
+    EXPECT_TRUE(QRectF(0, 0, 600, 700).contains(place));
+    click("Next Note");
+    EXPECT_TRUE(find("2 / 2"));
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(isOpen());
+    waitUntilGone();
+
+    open();
+    EXPECT_TRUE(find("1 / 2")) << "each opening begins anew";
+    click("Tool");
+    EXPECT_FALSE(isOpen()) << "its own button closes it";
+    waitUntilGone();
+
+    open();
+    QTest::mouseClick(window.get(), Qt::LeftButton, {}, {20, 600});
+    EXPECT_FALSE(isOpen());
+    waitUntilGone();
+}
+
+TEST_F(ToolsTest, WhatIsTypedInANoteIsStoredKeyByKey)
+{
+    keepNotes({});
+    showTool("StickyNotesPopoverView.qml");
+    open();
+    EXPECT_TRUE(find("No notes found. Create one!"));
+    click("New Note");
+    ASSERT_TRUE(await("Note"));
+    for (const char *text : {"m", "mi", "mil", "milk"}) {
+        press(Qt::Key(text[qstrlen(text) - 1] - 'a' + Qt::Key_A));
+        ASSERT_EQ(notes().size(), 1);
+        EXPECT_EQ(notes().first().text, QString::fromLatin1(text));
+    }
+    press(Qt::Key_Return);
+    EXPECT_EQ(notes().first().text, QStringLiteral("milk\n"));
+    EXPECT_EQ(decodedValue(decodeStickyNotes(
+                               library.preferences
+                                   .data(library.workspaces->key(QStringLiteral("quillbay_sticky_notes")))
+                                   .value_or(QByteArray())))
+                  ->first()
+                  .text,
+              QStringLiteral("milk\n"));
+
+    press(Qt::Key_Tab);
+    EXPECT_EQ(window->activeFocusItem(), find("Yellow")) << "Tab leaves the text";
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    press(Qt::Key_Space);
+    EXPECT_EQ(notes().first().colorHex, QStringLiteral("#30D158"));
+    click("Delete Note");
+    EXPECT_TRUE(notes().isEmpty());
+    EXPECT_TRUE(find("No notes found. Create one!"));
+}
+
+TEST_F(ToolsTest, LookingAtANoteChangesNothing)
+{
+    // What an editor of plain text has no way to show as it is.
+    const QStringList texts{QStringLiteral("a\u00a0b\r\nc\u2028d"), QStringLiteral("e\rf"),
+                            QStringLiteral("g")};
+    keepNotes(texts);
+    const QList<StickyNote> before = notes();
+    showTool("StickyNotesPopoverView.qml");
+    open();
+    click("Next Note");
+    click("Next Note");
+    click("Previous Note");
+    click("Blue");
+    EXPECT_EQ(notes()[1].colorHex, QStringLiteral("#64D2FF"));
+    for (int i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(notes()[i].text, texts[i]);
+}
+
+TEST_F(ToolsTest, AnOpenToolFollowsTheWorkspace)
+{
+    keepNotes({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    showTool("StickyNotesPopoverView.qml");
+    open();
+    click("Next Note");
+    click("Next Note");
+    library.workspaces->createWorkspace(QStringLiteral("Other"), {}, {});
+    EXPECT_TRUE(await("3 / 2"));
+    click("Note");
+    type("lost");
+    EXPECT_EQ(notes().size(), 2);
+    EXPECT_FALSE(notes()[1].text.contains(QStringLiteral("lost")));
+    library.workspaces->setActiveWorkspaceID(library.workspaces->workspaces().first().id);
+    EXPECT_TRUE(await("3 / 3"));
+    click("Note");
+    press(Qt::Key_End, Qt::ControlModifier);
+    type("d");
+    EXPECT_EQ(notes()[2].text, QStringLiteral("cd"));
+}
+
+TEST_F(ToolsTest, SnippetsAreFoundCopiedOpenedAndDeletedByKeyboard)
+{
+    showTool("CodeSnippetsPopoverView.qml");
+    open();
+    type("html");
+    ASSERT_TRUE(waitFor([&] { return !find("Swift Print"); }));
+    press(Qt::Key_Down);
+    EXPECT_EQ(window->activeFocusItem(), find("HTML Quick Start"));
+    press(Qt::Key_Return);
+    ASSERT_TRUE(waitFor([&] { return find(snippets()[1].code); }));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), snippets()[1].code);
+    EXPECT_TRUE(find("Snippet Copied!"));
+    press(Qt::Key_Tab);
+    EXPECT_EQ(window->activeFocusItem(), find("Delete HTML Quick Start"));
+    press(Qt::Key_Return);
+    ASSERT_EQ(snippets().size(), 1);
+    EXPECT_EQ(snippets().first().title, QStringLiteral("Swift Print"));
+    press(Qt::Key_Escape);
+    waitUntilGone();
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith(QStringLiteral("<!DOCTYPE html>")));
+}
+
+TEST_F(ToolsTest, ASnippetIsMadeInTheForm)
+{
+    showTool("CodeSnippetsPopoverView.qml");
+    open();
+    click("New Snippet");
+    ASSERT_TRUE(waitFor([&] {
+        return find("Save Snippet") && window->activeFocusItem() == find("Snippet Title (e.g. Fetch API)");
+    }));
+    type("Greet");
+    click("Save Snippet");
+    EXPECT_EQ(snippets().size(), 2) << "without code";
+    press(Qt::Key_Tab, Qt::ShiftModifier);
+    EXPECT_EQ(window->activeFocusItem(), find("Code"));
+    type("a");
+    press(Qt::Key_Return);
+    type("b");
+    click("Save Snippet");
+    ASSERT_EQ(snippets().size(), 3);
+    EXPECT_EQ(snippets().last().code, QStringLiteral("a\nb"));
+    EXPECT_EQ(snippets().last().language, QStringLiteral("Swift"));
+    ASSERT_TRUE(await("Greet"));
+    EXPECT_TRUE(waitFor([&] { return !find("Save Snippet"); }));
+
+    click("New Snippet");
+    ASSERT_TRUE(await("Code"));
+    EXPECT_EQ(find("Code")->property("text"), QString()) << "the form is empty again";
+}
+
+} // namespace
+} // namespace quillbay::testing
