@@ -10,8 +10,8 @@
 #include "platform/ApplicationService.h"
 #include "platform/ApplicationSource.h"
 #include "platform/Biometrics.h"
-#include "platform/DeviceIdentity.h"
 #include "platform/ColorSampler.h"
+#include "platform/DeviceIdentity.h"
 #include "platform/Elevation.h"
 #include "platform/FileRemoval.h"
 #include "platform/FolderWatch.h"
@@ -86,13 +86,8 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     QObject::connect(&app, &QuillbayApp::urlOpened, &app,
                      [&analytics](const QString &url) { analytics.handleURL(url); });
     AdminPrivileges admin(*platform.elevation);
-    Uninstaller uninstaller({platform.residualRoots,
-                             std::move(platform.packages),
-                             platform.runToolElevated,
-                             *platform.fileRemoval,
-                             *platform.trash,
-                             admin,
-                             *platform.fullDiskAccess,
+    Uninstaller uninstaller({platform.residualRoots, std::move(platform.packages), platform.runToolElevated,
+                             *platform.fileRemoval, *platform.trash, admin, *platform.fullDiskAccess,
                              ReceiptStore::defaultFolder()});
     Tools tools(preferences, workspaces, notifications, *platform.colorSampler, *platform.windowEffects);
     Screens screens(types, app.viewModel(), workspaces, notifications, uninstaller, tools);
