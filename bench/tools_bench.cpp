@@ -143,7 +143,8 @@ private:
     FakeAppearance m_appearance;
     FakeWindowEffects m_effects;
     Theme m_theme{m_appearance, m_effects};
-    QuillbayViewModel m_viewModel{*library.finder, *library.fakes.launcher, library.preferences};
+    QuillbayViewModel m_viewModel{*library.finder, *library.fakes.launcher, *library.fakes.biometrics,
+                                  library.preferences};
     AdminPrivileges m_admin{*library.fakes.elevation};
     Uninstaller m_uninstaller{{nullptr,
                                nullptr,
@@ -153,7 +154,8 @@ private:
                                m_admin,
                                *library.fakes.fullDiskAccess,
                                library.home.path()}};
-    Tools m_tools{library.preferences, *library.workspaces, library.notifications};
+    Tools m_tools{library.preferences, *library.workspaces, library.notifications,
+                  *library.fakes.colorSampler, *library.fakes.windowEffects};
     ScreenModels m_models{m_viewModel, *library.workspaces, library.notifications, m_uninstaller, m_tools};
     QQmlEngine m_engine;
     std::unique_ptr<QQuickWindow> m_window;

@@ -30,7 +30,8 @@ protected:
     QString storedTexts()
     {
         QStringList texts;
-        for (const StickyNote &note : stored().stickyNotes())
+        const QList<StickyNote> kept = stored().stickyNotes();
+        for (const StickyNote &note : kept)
             texts.append(note.text);
         return texts.join(QLatin1Char('|'));
     }

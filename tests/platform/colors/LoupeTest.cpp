@@ -31,10 +31,12 @@ TEST(LoupeTest, EachPixelIsASquareOfWholePixelsAtEveryRatio)
             for (int x = 0; x < Loupe::pixels; ++x) {
                 const QRect cell = loupe.cell(x, y);
                 // The middle of a square, free of the lines between them.
-                if (x != 0 || y != 3)
+                if (x != 0 || y != 3) {
                     EXPECT_EQ(picture.pixelColor(cell.center()), source.pixelColor(x, y)) << x << ' ' << y;
-                if (x + 1 < Loupe::pixels)
+                }
+                if (x + 1 < Loupe::pixels) {
                     EXPECT_EQ(loupe.cell(x + 1, y).left(), cell.left() + cell.width());
+                }
             }
         }
         EXPECT_NE(picture.pixelColor(loupe.cell(0, 3).center()), QColor(Qt::black)) << "beyond the screen";
