@@ -6,7 +6,8 @@ import QtQuick
 Item {
     id: root
 
-    required property Window window
+    /*! Any window, those that are made in C++ included. */
+    required property var window
     readonly property int grip: 6
 
     component Grip: MouseArea {

@@ -44,7 +44,8 @@ protected:
     void startPortal(const char *answer)
     {
         ASSERT_NO_FATAL_FAILURE(startDesktop("portal", answer));
-        const QByteArray interface = *answer ? "Screenshot" : "Wallpaper";
+        // Of a backend that cannot ask for access the portal offers no screenshots, and no picking.
+        const QByteArray interface = *answer ? "Screenshot;org.freedesktop.impl.portal.Access" : "Wallpaper";
         m_home.write(QStringLiteral("portals/test.portal"),
                      "[portal]\nDBusName=org.freedesktop.impl.portal.desktop.test\nUseIn=test\n"
                      "Interfaces=org.freedesktop.impl.portal." +
@@ -103,7 +104,7 @@ TEST_F(DesktopColorTest, APortalThatEndsMeanwhileCancels)
     ASSERT_NO_FATAL_FAILURE(startPortal("wait"));
     std::optional<ColorSample> answer;
     m_sampler.sample([&](const ColorSample &sample) { answer = sample; });
-    ASSERT_TRUE(m_desktop->waitFor(QStringLiteral("asked")));
+    ASSERT_TRUE(waitFor([&] { return m_desktop->count(QStringLiteral("asked")) > 0; }));
     m_portal->kill();
     ASSERT_TRUE(waitFor([&] { return answer.has_value(); }));
     EXPECT_EQ(answer->outcome, Outcome::Cancelled);

@@ -140,6 +140,7 @@ TEST_F(X11ColorSamplerTest, TheLoupeShowsThePixelsInTheSizeOfItsMonitor)
         SCOPED_TRACE(ratio);
         rightRatio = ratio;
         m_answer.reset();
+        s_screen->xdotool("mousemove 200 150");
         ASSERT_NO_FATAL_FAILURE(begin());
         EXPECT_TRUE(waitForLoupe({200, 150}, monitors()[0]));
         const QPoint pointer(999, 799);

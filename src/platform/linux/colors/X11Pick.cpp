@@ -168,7 +168,8 @@ void X11Pick::pump()
         else
             break;
     }
-    if (!m_isOver && xcb_connection_has_error(m_connection))
+    // A key may have moved the pointer: the server is to hear of it now, not with the next event.
+    if (!m_isOver && xcb_flush(m_connection) <= 0)
         fail("the connection to the X server is broken");
 }
 

@@ -17,7 +17,8 @@ std::uint32_t spread(int value, std::uint32_t mask)
 {
     const int shift = std::countr_zero(mask);
     const std::uint64_t most = mask >> shift;
-    return std::uint32_t((most * std::uint64_t(value) + 127) / 255) << shift;
+    // Upwards, since reading cuts off.
+    return std::uint32_t((most * std::uint64_t(value) + 254) / 255) << shift;
 }
 
 const xcb_visualtype_t *rootVisual(const xcb_screen_t &screen)
