@@ -146,7 +146,8 @@ private:
                                m_admin,
                                *library.fakes.fullDiskAccess,
                                library.home.path()}};
-    Tools m_tools{library.preferences, *library.workspaces, library.notifications};
+    Tools m_tools{library.preferences, *library.workspaces, library.notifications,
+                  *library.fakes.colorSampler, *library.fakes.windowEffects};
     ScreenModels m_models{m_viewModel, *library.workspaces, library.notifications, m_uninstaller, m_tools};
     QQmlEngine m_engine;
     std::unique_ptr<QQuickWindow> m_window;
