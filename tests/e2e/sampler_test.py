@@ -87,10 +87,10 @@ class Sampler(LauncherCase):
         wait_until(lambda: '"460 × 340 px"' in self.stored("quillbay_recent_measurements"), PATIENCE,
                    lambda: self.stored("quillbay_recent_measurements"))
 
-        self.hands.point(x + 60, y + 200)
+        self.hands.point(x + 25, y + 200)
         self.desktop.xdotool("mousedown", "1")
         for step in range(1, 6):
-            self.hands.point(x + 60 + 10 * step, y + 200)
+            self.hands.point(x + 25 + 10 * step, y + 200)
         wait_until(lambda: next(self.corner("Screen Ruler")) > x + 20, PATIENCE, "its surface does not move it")
         self.desktop.xdotool("mouseup", "1")
         self.press("Close Ruler")
