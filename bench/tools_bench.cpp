@@ -6,7 +6,6 @@
 
 #include "app/QuillbayViewModel.h"
 #include "foundation/Database.h"
-#include "foundation/Statement.h"
 #include "library/AppIconLoader.h"
 #include "support/FakeDesktop.h"
 #include "support/TestHome.h"
@@ -30,6 +29,8 @@
 #include <ctime>
 #include <functional>
 #include <vector>
+
+#include <sqlite3.h>
 
 using namespace quillbay;
 using namespace quillbay::testing;
@@ -81,19 +82,25 @@ public:
                                 "PRAGMA synchronous = NORMAL;"
                                 "CREATE TABLE floor(key TEXT PRIMARY KEY, value BLOB)"))
             stop("no database");
-        m_write.emplace(m_database, "INSERT INTO floor VALUES('notes', ?1)"
-                                    " ON CONFLICT(key) DO UPDATE SET value = excluded.value");
+        const char *const sql = "INSERT INTO floor VALUES('notes', ?1)"
+                                " ON CONFLICT(key) DO UPDATE SET value = excluded.value";
+        if (sqlite3_prepare_v2(m_database.handle(), sql, -1, &m_write, nullptr) != SQLITE_OK)
+            stop("no statement");
     }
+    ~Floor() { sqlite3_finalize(m_write); }
+    Floor(const Floor &) = delete;
+    Floor &operator=(const Floor &) = delete;
+
     void write(const QByteArray &bytes)
     {
-        m_write->bindBlob(1, bytes);
-        if (m_write->step() != Statement::Result::Done || !m_write->reset())
+        sqlite3_bind_blob64(m_write, 1, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_STATIC);
+        if (sqlite3_step(m_write) != SQLITE_DONE || sqlite3_reset(m_write) != SQLITE_OK)
             stop("the database cannot be written");
     }
 
 private:
     Database m_database;
-    std::optional<Statement> m_write;
+    sqlite3_stmt *m_write = nullptr;
 };
 
 /// The screens over the fakes, with the notes open.

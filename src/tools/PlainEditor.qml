@@ -18,6 +18,7 @@ FocusScope {
     property alias fill: plate.color
     property alias radius: plate.radius
     property real inset: 10
+    /*! The text comes from outside; so does the first one, which is taken when the editor is complete. */
     property bool isTaking: true
 
     signal edited(string text)
@@ -25,9 +26,10 @@ FocusScope {
     onValueChanged: {
         if (edit.text === value)
             return;
+        const wasTaking = isTaking;
         isTaking = true;
         edit.text = value;
-        isTaking = false;
+        isTaking = wasTaking;
         view.contentY = 0;
     }
 

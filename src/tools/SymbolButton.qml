@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 import Quillbay.Ui
 import Quillbay.Vocabulary
 
-/*! A bare symbol to press. Space and Return press it. */
+/*! A bare symbol to press, in a popover. Space and Return press it. */
 T.AbstractButton {
     id: root
 
@@ -14,6 +14,7 @@ T.AbstractButton {
     required property string label
     property real size: 14
     property color ink: Theme.primary
+    readonly property Item overlay: T.Overlay.overlay
 
     implicitWidth: Math.max(22, Math.ceil(size) + 6)
     implicitHeight: implicitWidth
@@ -50,6 +51,8 @@ T.AbstractButton {
         }
     }
     HoverHelp {
+        // Else the popover would cover it.
+        parent: root.overlay
         target: root
         text: root.label
         hovered: root.hovered

@@ -29,7 +29,7 @@ class Tools(LauncherCase):
     def note(self):
         """What the note on show says."""
         node = self.program.find_now("text", "Note")
-        return self.program.atspi.Text.get_text(node, 0, -1) if node else None
+        return self.program.atspi.Text.get_text(node, 0, -1).replace("\u2029", "\n") if node else None
 
     def pasted(self, *target):
         """What another program gets from the clipboard."""
@@ -42,7 +42,11 @@ class Tools(LauncherCase):
         self.assertEqual(len(rows), 1)
         return json.loads(rows[0][0])
 
-    def test_a_note_is_there_after_a_kill(self):
+    def test_what_is_kept_and_copied(self):
+        self.a_note_is_there_after_a_kill()
+        self.a_snippet_comes_to_another_program()
+
+    def a_note_is_there_after_a_kill(self):
         program, hands = self.program, self.hands
         self.open("Sticky Notes")
         program.find("label", "1 / 2")
@@ -67,9 +71,10 @@ class Tools(LauncherCase):
         self.assertEqual(list(record), ["id", "text", "colorHex"])
         self.close("Sticky Notes")
 
-    def test_a_snippet_comes_to_another_program(self):
+    def a_snippet_comes_to_another_program(self):
         program, hands = self.program, self.hands
-        self.open("Code Snippets")
+        hands.click(program.find("push button", "Code Snippets"))
+        program.find("dialog", "Code Snippets")
         hands.click(program.find("push button", "New Snippet"))
         title = program.find("text", "Snippet Title (e.g. Fetch API)")
         wait_until(lambda: program.is_focused(title), PATIENCE, "the title has no focus")

@@ -182,13 +182,13 @@ TEST_F(ToolsTest, ASnippetIsMadeInTheForm)
     showTool("CodeSnippetsPopoverView.qml");
     open();
     click("New Snippet");
-    ASSERT_TRUE(waitFor([&] {
-        return find("Save Snippet") && window->activeFocusItem() == find("Snippet Title (e.g. Fetch API)");
-    }));
+    ASSERT_TRUE(waitFor([&] { return panel()->property("formOpened").toDouble() == 1; }));
+    EXPECT_EQ(window->activeFocusItem(), find("Snippet Title (e.g. Fetch API)"));
     type("Greet");
-    click("Save Snippet");
+    press(Qt::Key_Return);
     EXPECT_EQ(snippets().size(), 2) << "without code";
-    press(Qt::Key_Tab, Qt::ShiftModifier);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
     EXPECT_EQ(window->activeFocusItem(), find("Code"));
     type("a");
     press(Qt::Key_Return);
