@@ -53,15 +53,11 @@ Popover {
                 radius: 6
                 color: Theme.fade(Theme.primary, 0.04)
 
-                TextEdit {
+                Text {
                     anchors.centerIn: parent
                     text: ColorPicker.hexColor
-                    textFormat: TextEdit.PlainText
-                    readOnly: true
-                    selectByMouse: true
+                    textFormat: Text.PlainText
                     color: Theme.primary
-                    selectionColor: Theme.selection
-                    selectedTextColor: Theme.primary
                     font {
                         family: Theme.monospacedFamily
                         pixelSize: 15

@@ -27,7 +27,8 @@ Item {
     }
     Text {
         anchors {
-            right: parent.right
+            left: heading.right
+            leftMargin: 8
             baseline: heading.baseline
         }
         visible: text !== ""

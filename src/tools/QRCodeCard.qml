@@ -41,16 +41,20 @@ Item {
         anchors.fill: parent
         cursorShape: Qt.OpenHandCursor
         preventStealing: true
-        onPositionChanged: mouse => {
-            const way = Math.abs(mouse.x - pressX) + Math.abs(mouse.y - pressY);
-            if (pressed && !DragSource.active && way >= Application.styleHints.startDragDistance)
-                DragSource.dragUrl(card, root.generator.qrFileURL(), Qt.point(pressX, pressY));
-        }
-        property real pressX: 0
-        property real pressY: 0
+
+        property point grip
+        property bool isDragged: false
+
         onPressed: mouse => {
-            pressX = mouse.x;
-            pressY = mouse.y;
+            grip = Qt.point(mouse.x, mouse.y);
+            isDragged = false;
+        }
+        onPositionChanged: mouse => {
+            const way = Math.abs(mouse.x - grip.x) + Math.abs(mouse.y - grip.y);
+            if (isDragged || way < Application.styleHints.startDragDistance)
+                return;
+            isDragged = true;
+            DragSource.dragUrl(card, root.generator.qrFileURL(), grip);
         }
     }
 }

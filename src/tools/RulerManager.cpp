@@ -47,22 +47,14 @@ void RulerManager::DeletedLater::operator()(RulerWindow *window) const
     window->deleteLater();
 }
 
-void RulerManager::setEngine(QQmlEngine *engine)
-{
-    m_engine = engine;
-    // The window's content needs it to the last.
-    connect(engine, &QObject::destroyed, this, [this] { delete m_window.release(); });
-}
-
 void RulerManager::showRuler()
 {
-    if (m_window || !m_engine)
+    if (m_window)
         return;
     const QRect screen = workedOn();
     Q_EMIT objectWillChange();
-    m_window.reset(new RulerWindow(
-        m_engine, QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/RulerView.qml")),
-        {{QStringLiteral("manager"), QVariant::fromValue(this)}}));
+    m_window.reset(
+        new RulerWindow(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/RulerView.qml"))));
     const QSize size = m_window->size();
     m_window->setPosition(screen.center() - QPoint(size.width() / 2, size.height() / 2));
     connect(m_window.get(), &RulerWindow::liveResizeEnded, this, &RulerManager::windowDidEndLiveResize);

@@ -2,9 +2,6 @@
 
 #include "foundation/ObservableObject.h"
 
-#include <QPointer>
-#include <QQmlEngine>
-
 #include <memory>
 
 namespace quillbay {
@@ -34,9 +31,6 @@ public:
                  QObject *parent = nullptr);
     ~RulerManager() override;
 
-    /// What the window is made with. Without one, or once it has ended, no ruler opens.
-    void setEngine(QQmlEngine *engine);
-
     bool isRulerShowing() const { return m_window != nullptr; }
 
     /// In the middle of the screen that is worked on. Nothing where it is open.
@@ -65,7 +59,6 @@ private:
 
     WorkspaceStorage &m_storage;
     const platform::WindowEffects &m_effects;
-    QPointer<QQmlEngine> m_engine;
     std::unique_ptr<RulerWindow, DeletedLater> m_window;
 };
 

@@ -8,7 +8,6 @@ import Quillbay.Vocabulary
 Item {
     id: root
 
-    required property RulerManager manager
     /*! What is behind the window shows through it. */
     property bool seeThrough: true
     /*! What must be seen besides the edges where nothing shows through. */
@@ -60,7 +59,7 @@ Item {
         width: Math.min(220, parent.width - 24)
         measuredWidth: Math.floor(root.width)
         measuredHeight: Math.floor(root.height)
-        onClosed: root.manager.closeRuler()
+        onClosed: RulerManager.closeRuler()
     }
     Symbol {
         anchors {

@@ -31,9 +31,8 @@ bool isInput(QEvent::Type type)
 
 } // namespace
 
-RulerWindow::RulerWindow(QQmlEngine *engine, const QUrl &content, const QVariantMap &properties)
-    : QQuickView(engine, nullptr)
-    , m_asked(firstSize)
+RulerWindow::RulerWindow(const QUrl &content)
+    : m_asked(firstSize)
 {
     setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     setColor(Qt::transparent);
@@ -41,7 +40,6 @@ RulerWindow::RulerWindow(QQmlEngine *engine, const QUrl &content, const QVariant
     setMinimumSize(leastSize);
     setResizeMode(SizeRootObjectToView);
     resize(firstSize);
-    setInitialProperties(properties);
     setSource(content);
 }
 
@@ -55,7 +53,8 @@ void RulerWindow::setSize(QSize size)
 void RulerWindow::setOpaque()
 {
     m_isOpaque = true;
-    rootObject()->setProperty("seeThrough", false);
+    if (QQuickItem *content = rootObject())
+        content->setProperty("seeThrough", false);
     cutOut();
 }
 
@@ -64,7 +63,8 @@ void RulerWindow::cutOut()
     const QRect whole({}, size());
     QRegion region(whole);
     region -= whole.adjusted(edge, edge, -edge, -edge);
-    region += rootObject()->property("solidArea").toRectF().toAlignedRect();
+    if (const QQuickItem *content = rootObject())
+        region += content->property("solidArea").toRectF().toAlignedRect();
     setMask(region);
 }
 

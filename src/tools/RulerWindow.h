@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QQuickView>
-#include <QVariantMap>
 
 namespace quillbay {
 
@@ -19,8 +18,8 @@ class RulerWindow : public QQuickView
     Q_OBJECT
 
 public:
-    /// `engine` must outlive the window. `properties` are those of the content's root.
-    RulerWindow(QQmlEngine *engine, const QUrl &content, const QVariantMap &properties);
+    /// With an engine of its own: it may outlive that of the main window.
+    explicit RulerWindow(const QUrl &content);
 
     /// Keeps the top left corner.
     void setSize(QSize size);

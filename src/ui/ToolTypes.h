@@ -54,11 +54,10 @@ struct RulerManagerSingleton
     QML_SINGLETON
 
 public:
-    static RulerManager *create(QQmlEngine *engine, QJSEngine *)
+    static RulerManager *create(QQmlEngine *, QJSEngine *)
     {
         RulerManager *manager = &WorkspaceStorageSingleton::tools->rulerManager();
         QJSEngine::setObjectOwnership(manager, QJSEngine::CppOwnership);
-        manager->setEngine(engine);
         return manager;
     }
 };

@@ -30,10 +30,14 @@ class Sampler(LauncherCase):
     def press(self, name, role="push button"):
         self.hands.click(self.program.find(role, name))
 
-    def window_names(self):
-        """Names of the windows on the screen."""
-        listed = self.desktop.output("xwininfo", "-root", "-tree")
-        return re.findall(r'0x[0-9a-f]+ "([^"]*)"', listed)
+    def windows(self, name):
+        return self.desktop.output("xdotool", "search", "--onlyvisible", "--name", name).split()
+
+    def corner(self, name):
+        """Where the inside of that window begins, once it is there."""
+        window = wait_until(lambda: self.windows(name), PATIENCE, f"no window {name}")[-1]
+        told = self.desktop.output("xwininfo", "-id", window)
+        return (int(number) for number in re.findall(r"Absolute upper-left [XY]:\s+(-?\d+)", told))
 
     def stored(self, key):
         path = self.desktop.home / "config" / "quillbay" / "preferences.sqlite"
@@ -41,35 +45,36 @@ class Sampler(LauncherCase):
             row = store.execute("SELECT value FROM preferences WHERE key LIKE ?", (key + "%",)).fetchone()
         return row[0] if row else ""
 
-    def loupes(self):
-        """The loupe is a window without a name that no window manager manages."""
-        listed = self.desktop.output("xwininfo", "-root", "-children")
-        return [line for line in re.findall(r"0x[0-9a-f]+ \(has no name\): \(\)\s+(\d+x\d+)\+", listed)
-                if line == "139x167"]
+    def loupe_shows(self):
+        """It is a window without a name that no window manager manages."""
+        return "139x167" in self.desktop.output("xwininfo", "-root", "-children")
 
-    def test_picks_a_known_pixel(self):
-        self.desktop.run("display", "-size", "100x100", "-geometry", "+20+700", "xc:#3A7BD5")
-        wait_until(lambda: any("3A7BD5" in name for name in self.window_names()), PATIENCE, "no coloured window")
-        corner = self.desktop.output("xwininfo", "-name", "ImageMagick: 3A7BD5")
+    def test_the_tools_that_look_at_the_screen(self):
+        for part in (self.pick_a_known_pixel, self.measure, self.drag_a_code_out):
+            with self.subTest(part.__name__):
+                part()
+            self.hands.keys("Escape")
+
+    def pick_a_known_pixel(self):
+        self.desktop.run("display", "-title", "Swatch", "-size", "100x100", "-geometry", "+20+700", "xc:#3A7BD5")
+        x, y = self.corner("Swatch")
         self.press("Color Picker")
         self.press("Pick Color")
-        wait_until(self.loupes, PATIENCE, lambda: "no loupe: " + self.desktop.output("xwininfo", "-root", "-children"))
-        place = re.findall(r"Absolute upper-left [XY]:\s+(\d+)", corner)
-        x, y = (int(number) + 40 for number in place) if place else (70, 760)
-        self.hands.point(x, y)
+        wait_until(self.loupe_shows, PATIENCE, "no loupe")
+        self.hands.point(x + 40, y + 40)
         self.desktop.xdotool("key", "Right", "Return")
         self.program.find("label", "#3A7BD5")
         self.assertIn("#3A7BD5", self.stored("quillbay_recent_colors"))
-        wait_until(lambda: not self.loupes(), PATIENCE, "the loupe stays")
+        wait_until(lambda: not self.loupe_shows(), PATIENCE, "the loupe stays")
 
-    def test_measures(self):
+    def measure(self):
         self.press("Screen Ruler")
         self.press("Open Screen Ruler")
         self.program.find("label", "Width 400 px")
         wait_until(lambda: "400 × 300 px" in self.stored("quillbay_recent_measurements"), PATIENCE, "not recorded")
-        box = self.desktop.output("xwininfo", "-name", "Screen Ruler")
-        x, y = (int(number) for number in re.findall(r"Absolute upper-left [XY]:\s+(\d+)", box))
-        self.assertIn("ABOVE", self.desktop.output("xprop", "-name", "Screen Ruler", "_NET_WM_STATE"))
+        x, y = self.corner("Screen Ruler")
+        state = self.desktop.output("xprop", "-id", self.windows("Screen Ruler")[-1], "_NET_WM_STATE")
+        self.assertIn("ABOVE", state)
 
         for step in (1, 0):
             self.hands.point(x + 400 - 2 - step, y + 300 - 2 - step)
@@ -82,25 +87,22 @@ class Sampler(LauncherCase):
         wait_until(lambda: '"460 × 340 px"' in self.stored("quillbay_recent_measurements"), PATIENCE,
                    lambda: self.stored("quillbay_recent_measurements"))
 
-        self.hands.point(x + 60, y + 200)
+        self.hands.point(x + 25, y + 200)
         self.desktop.xdotool("mousedown", "1")
         for step in range(1, 6):
-            self.hands.point(x + 60 + 10 * step, y + 200)
-
-        def moved():
-            return re.findall(r"Absolute upper-left X:\s+(\d+)", self.desktop.output("xwininfo", "-name", "Screen Ruler"))
-        wait_until(lambda: int(moved()[0]) > x + 20, PATIENCE, "its surface does not move it")
+            self.hands.point(x + 25 + 10 * step, y + 200)
+        wait_until(lambda: next(self.corner("Screen Ruler")) > x + 20, PATIENCE, "its surface does not move it")
         self.desktop.xdotool("mouseup", "1")
         self.press("Close Ruler")
-        wait_until(lambda: "Screen Ruler" not in self.window_names(), PATIENCE, "the ruler stays")
+        wait_until(lambda: not self.windows("Screen Ruler"), PATIENCE, "the ruler stays")
         self.assertEqual(self.stored("quillbay_recent_measurements").count("px"), 2, "a move measures nothing")
 
-    def test_drags_a_code_out(self):
+    def drag_a_code_out(self):
         target = subprocess.Popen((self.drop_target,), stdout=subprocess.PIPE, text=True)
         self.addCleanup(target.wait)
         self.addCleanup(target.terminate)
         self.addCleanup(target.stdout.close)
-        wait_until(lambda: "Drop target" in self.window_names(), PATIENCE, "no drop target")
+        wait_until(lambda: self.windows("Drop target"), PATIENCE, "no drop target")
         self.press("QR Generator")
         self.program.find("label", "Enter text above to preview QR")
         self.hands.type(SECRET)

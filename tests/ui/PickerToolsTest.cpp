@@ -175,10 +175,8 @@ TEST_F(PickerToolsTest, AListedSizeIsCopiedAndGivenToTheRulerWhereItOpens)
 
 TEST_F(PickerToolsTest, TheRulerShowsItsSizeWhileItGrows)
 {
-    tools.rulerManager().setEngine(engine.get());
     show("Item {}");
     tools.rulerManager().showRuler();
-    window.reset();
     const auto reads = [this](const char *name) {
         const auto texts = ruler()->findChildren<QQuickItem *>();
         return std::any_of(texts.begin(), texts.end(), [name](const QQuickItem *item) {
