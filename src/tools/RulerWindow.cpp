@@ -70,8 +70,10 @@ void RulerWindow::cutOut()
 
 bool RulerWindow::event(QEvent *event)
 {
+    if (!isInput(event->type()))
+        return QQuickView::event(event); // one of these deletes the window
     const bool isHandled = QQuickView::event(event);
-    if (m_isLiveResize && isInput(event->type())) {
+    if (m_isLiveResize) {
         m_isLiveResize = false;
         Q_EMIT liveResizeEnded();
     }
