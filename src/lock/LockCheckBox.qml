@@ -8,8 +8,8 @@ import Quillbay.Vocabulary
 T.CheckBox {
     id: root
 
-    implicitWidth: Math.ceil(label.implicitWidth)
-    implicitHeight: Math.ceil(Math.max(label.implicitHeight, box.height))
+    implicitWidth: Math.ceil(implicitContentWidth)
+    implicitHeight: Math.ceil(Math.max(implicitContentHeight, implicitIndicatorHeight))
     spacing: 6
     focusPolicy: Qt.TabFocus
     font.pixelSize: 12
@@ -21,10 +21,9 @@ T.CheckBox {
     Accessible.onPressAction: toggle()
 
     indicator: Rectangle {
-        id: box
         y: Math.round((root.height - height) / 2)
-        width: 14
-        height: 14
+        implicitWidth: 14
+        implicitHeight: 14
         radius: 4
         color: root.checked ? Theme.blue : Theme.fade(Theme.primary, root.down ? 0.12 : 0.05)
         border.color: root.checked ? Theme.blue : Theme.fade(Theme.primary, 0.3)
@@ -43,8 +42,7 @@ T.CheckBox {
         }
     }
     contentItem: Text {
-        id: label
-        leftPadding: box.width + root.spacing
+        leftPadding: root.indicator.width + root.spacing
         text: root.text
         textFormat: Text.PlainText
         color: Theme.primary

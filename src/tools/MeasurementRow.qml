@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! A size that was measured, to be copied. */
@@ -23,8 +22,8 @@ T.AbstractButton {
             anchors {
                 left: parent.left
                 leftMargin: 8
-                right: copySymbol.left
-                rightMargin: 8
+                right: parent.right
+                rightMargin: 8 + 11 + 8
                 verticalCenter: parent.verticalCenter
             }
             text: root.text
@@ -37,7 +36,6 @@ T.AbstractButton {
             }
         }
         Symbol {
-            id: copySymbol
             anchors {
                 right: parent.right
                 rightMargin: 8

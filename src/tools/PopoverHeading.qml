@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The title of a tool, and beside it for a moment what it has just done. */

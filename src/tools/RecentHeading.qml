@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Templates as T
-import Quillbay.Ui
 import Quillbay.Vocabulary
 
 /*! The line above what a tool remembers, with a button that empties it. */

@@ -2,7 +2,6 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import Quillbay.Ui
-import Quillbay.Vocabulary
 
 /*! The size of the ruler in large figures, and the button that closes it. Dark in either appearance: it lies over
     whatever is on the screen. */

@@ -12,11 +12,10 @@ ProminentButton {
 
     verticalPadding: 7
     contentItem: Item {
-        implicitWidth: parts.implicitWidth
-        implicitHeight: parts.implicitHeight
+        implicitWidth: childrenRect.width
+        implicitHeight: childrenRect.height
 
         Row {
-            id: parts
             anchors.centerIn: parent
             spacing: 7
 

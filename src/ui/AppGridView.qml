@@ -28,7 +28,7 @@ FocusScope {
     readonly property string layout: {
         if (isLoading || !isSized)
             return "loading";
-        if (selection === "hidden" && !ViewModel.isSecurityPasswordSet)
+        if (selection === "hidden" && !ViewModel.isSecurityPasswordSet) // qmllint disable
             return "setup";
         if (selection === "hidden" && !ViewModel.isHiddenUnlocked)
             return "locked";
@@ -45,7 +45,7 @@ FocusScope {
 
     /*! Not while one of the lock's screens needs the keyboard. */
     function focusSearch() {
-        if (selection !== "hidden" || ViewModel.isSecurityPasswordSet && ViewModel.isHiddenUnlocked)
+        if (selection !== "hidden" || ViewModel.isSecurityPasswordSet && ViewModel.isHiddenUnlocked) // qmllint disable
             header.searchField.requestFocus();
     }
 
@@ -64,7 +64,7 @@ FocusScope {
     }
     readonly property bool searchFocusTrigger: ViewModel.searchFocusTrigger
     onSearchFocusTriggerChanged: focusSearch()
-    readonly property bool isHiddenUnlocked: ViewModel.isHiddenUnlocked
+    readonly property bool isHiddenUnlocked: ViewModel.isHiddenUnlocked // qmllint disable
     onIsHiddenUnlockedChanged: {
         if (isHiddenUnlocked)
             header.searchField.requestFocus();
@@ -181,7 +181,7 @@ FocusScope {
             bottom: content.bottom
             bottomMargin: 32
         }
-        present: ViewModel.biometricPrompt !== ""
+        present: ViewModel.biometricPrompt !== "" // qmllint disable
         source: "FingerprintPrompt.qml"
     }
     // After the applications, so that Tab goes from the search field to them.

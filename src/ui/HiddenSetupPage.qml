@@ -7,5 +7,5 @@ import Quillbay.Ui
 /*! The hidden list before it has a password. */
 SetupHiddenLockView {
     focus: true
-    viewModel: ViewModel
+    viewModel: ViewModel // qmllint disable
 }

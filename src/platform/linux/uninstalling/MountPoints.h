@@ -7,7 +7,8 @@
 
 namespace quillbay::platform {
 
-/// The mount points of this process now; nothing if the kernel's list cannot be read. Thread: any. Asks no file system.
+/// The mount points of this process now; nothing if the kernel's list cannot be read. Thread: any. Asks no
+/// file system.
 std::optional<QList<QByteArray>> currentMountPoints();
 
 } // namespace quillbay::platform
