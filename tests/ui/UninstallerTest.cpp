@@ -263,8 +263,8 @@ TEST_F(UninstallerTest, APackageGoesOnlyWhenItsRemovalWasApproved)
     click("acme, Debian package");
     click("Move to Trash");
     ASSERT_TRUE(shows("Remove Package"));
-    EXPECT_EQ(shown(QAccessible::ListItem),
-              (QStringList{QStringLiteral("acme"), QStringLiteral("acme-data")}));
+    const QStringList going{QStringLiteral("acme"), QStringLiteral("acme-data")};
+    EXPECT_TRUE(waitFor([&] { return shown(QAccessible::ListItem) == going; }));
     answer("Keep");
     EXPECT_TRUE(shows("Cannot Delete Files"));
     answer("OK");
