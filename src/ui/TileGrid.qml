@@ -42,6 +42,7 @@ GridView {
     onAppsChanged: {
         reuseItems = false;
         model = apps;
+        currentIndex = -1; // the view makes the first one current
         reuseItems = true;
     }
     clip: true
