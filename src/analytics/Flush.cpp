@@ -108,6 +108,8 @@ void Flush::flushQueueInBatches(StoredEntities queue, FlushType type, const Http
          left = left.subspan(std::min(batchSize, left.size()))) {
         if (!canSend() || m_flushRequest.requestNotAllowed())
             return;
+        if (const auto instance = m_delegate.lock(); instance && !instance->maySend())
+            return;
         const auto batch = left.first(std::min(batchSize, left.size()));
         auto requestData = JSONHandler::encodeAPIData(batch);
         if (!requestData)

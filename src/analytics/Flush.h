@@ -26,6 +26,8 @@ public:
     /// An instance that is asked to flush while the sends of an earlier flush still run must load its rows
     /// after those of the earlier one are deleted: what it loads sooner goes out twice.
     virtual void flush(bool performFullFlush, std::function<void()> completion) = 0;
+    /// Asked before each batch, on the network queue: the user may have opted out since the last one.
+    virtual bool maySend() const { return true; }
     /// The service took these rows: delete them on the tracking queue. Called on the network queue, after
     /// each batch.
     virtual void flushSuccess(FlushType type, std::vector<std::int32_t> ids) = 0;

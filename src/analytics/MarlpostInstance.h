@@ -115,6 +115,7 @@ public:
     const SerialQueue &networkQueue() const { return m_networkQueue; }
 
     // For Flush, People and Group.
+    bool maySend() const override;
     void flushSuccess(FlushType type, std::vector<std::int32_t> ids) override;
     double now() const override { return m_clock(); }
     void addRecord(PersistenceType type, Builder build) override;
@@ -180,8 +181,8 @@ private:
     /// written would have them sent again and again.
     std::array<std::set<std::int32_t>, AllPersistenceTypes.size()> m_taken;
 
-    std::atomic_int m_forgettings =
-        0; ///< How often the store was emptied: what was loaded before is not sent.
+    std::atomic_int m_forgettings = 0; ///< How often the store was emptied.
+    int m_forgettingsAtLoad = 0;       ///< Of the rows being sent; the network queue's.
     const Track m_track;
     std::unique_ptr<People> m_people;
     Flush m_flush;

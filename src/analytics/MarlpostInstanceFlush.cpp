@@ -33,10 +33,9 @@ void MarlpostInstance::flushNext()
     m_networkQueue.async([self = shared_from_this(), queues = std::move(queues),
                           completion = std::move(next.completion),
                           loadedAt = m_forgettings.load()]() mutable {
-        for (const PersistenceType type : AllPersistenceTypes) {
-            if (self->m_forgettings == loadedAt)
-                self->flushQueue(std::move(queues[std::size_t(type)]), type);
-        }
+        self->m_forgettingsAtLoad = loadedAt;
+        for (const PersistenceType type : AllPersistenceTypes)
+            self->flushQueue(std::move(queues[std::size_t(type)]), type);
         MainQueue::async(std::move(completion));
         self->onTrackingQueue([](MarlpostInstance &instance) {
             instance.m_isFlushing = false;
@@ -65,12 +64,17 @@ StoredEntities MarlpostInstance::loadUnsent(PersistenceType type, bool isFull)
 
 void MarlpostInstance::flushQueue(StoredEntities queue, FlushType type)
 {
-    if (hasOptedOutTracking() || queue.empty())
+    if (!maySend() || queue.empty())
         return;
     ServerProxyResource extra;
     if (const std::shared_ptr<MarlpostProxyServerDelegate> proxy = m_proxyServerDelegate.lock())
         extra = proxy->resourceForNewRequest(m_name);
     m_flush.flushQueueInBatches(std::move(queue), type, extra.headers, extra.queryItems);
+}
+
+bool MarlpostInstance::maySend() const
+{
+    return !hasOptedOutTracking() && m_forgettings == m_forgettingsAtLoad;
 }
 
 void MarlpostInstance::flushSuccess(FlushType type, std::vector<std::int32_t> ids)

@@ -21,7 +21,11 @@ protected:
         {
             manager.initialize();
         }
-        ~Run() { settle(*clients.mainInstance()); }
+        ~Run()
+        {
+            settle(*clients.mainInstance());
+            clients.mainInstance()->setLoggingEnabled(false);
+        }
 
         PreferenceStore preferences;
         MarlpostManager clients;
