@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <thread>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -58,11 +59,22 @@ struct Client
         options.proxyServerConfig = ProxyServerConfig{"http://127.0.0.1:1", {}};
         MarlpostSurroundings around;
         around.device = std::make_shared<platform::NoDeviceIdentity>();
+        around.flush.clock = [clock = around.flush.clock, inUse = inUse] { return clock(); };
         around.places = {folder, folder + QStringLiteral("/preferences.sqlite")};
         instance = MarlpostInstance::create(options, around);
         instance->identify("somebody");
         settle();
     }
+    ~Client()
+    {
+        // The store holds the clock until it is closed, and its folder can go.
+        instance.reset();
+        while (inUse.use_count() > 1)
+            std::this_thread::yield();
+    }
+    Client(const Client &) = delete;
+    Client &operator=(const Client &) = delete;
+
     void settle() const
     {
         if (!instance->trackingQueue().waitUntilDone(std::chrono::minutes(10)))
@@ -76,6 +88,7 @@ struct Client
         return (seconds(CLOCK_MONOTONIC) - before) * 1e6;
     }
 
+    const std::shared_ptr<int> inUse = std::make_shared<int>();
     std::shared_ptr<MarlpostInstance> instance;
     const std::string databaseFile;
 };

@@ -169,7 +169,7 @@ TEST_F(FlushTest, ProxysHeadersAndItemsGoAlong)
         sender->sender().flushQueueInBatches(
             rows, Events, {{"X-Proxy", "yes"}, {"Content-Type", "text/plain"}}, {{"a+b", "c d&é"}});
     });
-    ASSERT_TRUE(sender->networkQueue().waitUntilDone(std::chrono::seconds(20)));
+    ASSERT_TRUE(sender->networkQueue().waitUntilDone(std::chrono::minutes(1)));
     ASSERT_TRUE(service.waitForRequests(1));
     const auto request = service.requests()[0];
     EXPECT_EQ(request.target, "/track/?ip=1&a%2Bb=c%20d%26%C3%A9");
