@@ -35,7 +35,7 @@ class ApplicationLauncher;
 /// list again; while it is locked, nothing here lists what is hidden.
 ///
 /// Thread: main thread. One instance, from the start of the program to its end.
-class QuillbayViewModel : public SecurityLock
+class QuillbayViewModel : public quillbay::SecurityLock // in full, for the type's description
 {
     Q_OBJECT
     Q_PROPERTY(quillbay::AppFinder *appFinder READ appFinder CONSTANT)

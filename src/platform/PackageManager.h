@@ -25,6 +25,7 @@ struct Package
     bool isForOneUser = false; ///< A flatpak in the user's own installation.
     bool canBeRemoved = false; ///< There is a way to ask its manager, and it is clear what to ask.
     bool isEssential = false;  ///< The system does not go without it, as its manager says.
+    qint64 installedBytes = 0; ///< About what it takes on the disk; 0 where its manager does not say.
 
     bool operator==(const Package &) const = default;
 };

@@ -14,9 +14,12 @@ Item {
     signal dismissed
 
     Column {
+        readonly property real taken: glow.height + title.height + body.height + panel.height + buttons.height
+
         anchors.centerIn: parent
         width: parent.width
-        spacing: 28
+        // With tall fonts the buttons would come to lie on the panel's edge.
+        spacing: Math.min(28, Math.floor((root.height - 2 * 16 - taken) / 4))
 
         PictureItem {
             id: glow
@@ -34,6 +37,7 @@ Item {
             }
         }
         Text {
+            id: title
             anchors.horizontalCenter: parent.horizontalCenter
             text: Wording.of(qsTr("Full Disk Access Required"))
             color: Theme.primary
@@ -45,6 +49,7 @@ Item {
             Accessible.name: text
         }
         Text {
+            id: body
             width: parent.width
             leftPadding: 40
             rightPadding: 40
@@ -65,6 +70,7 @@ Item {
             }
         }
         Rectangle {
+            id: panel
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(steps.width + 32, parent.width - 80)
             height: steps.height + 32
@@ -92,6 +98,7 @@ Item {
             }
         }
         Row {
+            id: buttons
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: 12
 

@@ -8,10 +8,12 @@ import Quillbay.Vocabulary
 ListView {
     id: root
 
-    implicitHeight: Math.min(contentHeight, 150)
+    implicitHeight: Math.min(contentHeight + topMargin + bottomMargin, 150)
+    topMargin: 4
+    bottomMargin: 4
     clip: true
     boundsBehavior: Flickable.StopAtBounds
-    activeFocusOnTab: contentHeight > height
+    activeFocusOnTab: contentHeight + topMargin + bottomMargin > height
     keyNavigationEnabled: true
 
     Accessible.role: Accessible.List

@@ -22,7 +22,8 @@ Sheet {
     signal confirmed
     signal dismissed
 
-    contentWidth: root.items.length > 0 ? 340 : 280
+    // The buttons are of one width, which holds the longer text.
+    contentWidth: Math.max(root.items.length > 0 ? 340 : 280, 2 * Math.ceil(Math.max(dismissal.implicitWidth, confirmation.implicitWidth)) + 10)
     contentHeight: column.height
     onAccepted: close()
     onClosed: isConfirmed ? confirmed() : dismissed()

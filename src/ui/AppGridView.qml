@@ -28,7 +28,7 @@ FocusScope {
     readonly property string layout: {
         if (isLoading || !isSized)
             return "loading";
-        if (selection === "hidden" && !ViewModel.isSecurityPasswordSet) // qmllint disable
+        if (selection === "hidden" && !ViewModel.isSecurityPasswordSet)
             return "setup";
         if (selection === "hidden" && !ViewModel.isHiddenUnlocked)
             return "locked";
@@ -45,7 +45,7 @@ FocusScope {
 
     /*! Not while one of the lock's screens needs the keyboard. */
     function focusSearch() {
-        if (selection !== "hidden" || ViewModel.isSecurityPasswordSet && ViewModel.isHiddenUnlocked) // qmllint disable
+        if (selection !== "hidden" || ViewModel.isSecurityPasswordSet && ViewModel.isHiddenUnlocked)
             header.searchField.requestFocus();
     }
 
@@ -64,7 +64,7 @@ FocusScope {
     }
     readonly property bool searchFocusTrigger: ViewModel.searchFocusTrigger
     onSearchFocusTriggerChanged: focusSearch()
-    readonly property bool isHiddenUnlocked: ViewModel.isHiddenUnlocked // qmllint disable
+    readonly property bool isHiddenUnlocked: ViewModel.isHiddenUnlocked
     onIsHiddenUnlockedChanged: {
         if (isHiddenUnlocked)
             header.searchField.requestFocus();
@@ -181,7 +181,7 @@ FocusScope {
             bottom: content.bottom
             bottomMargin: 32
         }
-        present: ViewModel.biometricPrompt !== "" // qmllint disable
+        present: ViewModel.biometricPrompt !== ""
         source: "FingerprintPrompt.qml"
     }
     // After the applications, so that Tab goes from the search field to them.

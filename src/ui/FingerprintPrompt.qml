@@ -6,5 +6,5 @@ import Quillbay.Ui
 
 /*! Asks for a finger. */
 BiometricPrompt {
-    viewModel: ViewModel // qmllint disable
+    viewModel: ViewModel
 }

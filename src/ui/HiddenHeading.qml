@@ -45,7 +45,7 @@ Column {
                 symbol: "lock.open.fill"
                 text: qsTr("Disable Password Lock")
                 ink: Theme.red
-                onClicked: ViewModel.askAndDisableSecurity() // qmllint disable
+                onClicked: ViewModel.askAndDisableSecurity()
             }
             BorderedButton {
                 symbol: "lock.fill"

@@ -7,5 +7,5 @@ import Quillbay.Ui
 /*! The hidden list before it has a password. */
 SetupHiddenLockView {
     focus: true
-    viewModel: ViewModel // qmllint disable
+    viewModel: ViewModel
 }

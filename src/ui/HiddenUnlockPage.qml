@@ -7,5 +7,5 @@ import Quillbay.Ui
 /*! The hidden list while it is locked. */
 UnlockHiddenView {
     focus: true
-    viewModel: ViewModel // qmllint disable
+    viewModel: ViewModel
 }

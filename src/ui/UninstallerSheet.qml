@@ -27,7 +27,6 @@ Sheet {
             anchors.fill: parent
             radius: 20
             blendingMode: "withinWindow"
-            border.color: Theme.fade(Theme.primary, 0.12)
         }
     }
 
@@ -36,5 +35,12 @@ Sheet {
         focus: true
         flow: root.flow
         onDismissed: root.close()
+    }
+    // Over all that reaches the panel's edge.
+    Rectangle {
+        anchors.fill: parent
+        radius: 20
+        color: "transparent"
+        border.color: Theme.fade(Theme.primary, 0.12)
     }
 }

@@ -2,6 +2,7 @@
 
 #include "foundation/ByteCount.h"
 #include "foundation/Console.h"
+#include "platform/DesktopWording.h"
 #include "uninstaller/PackageAdapter.h"
 #include "uninstaller/ProtectedPaths.h"
 #include "uninstaller/ReceiptStore.h"
@@ -175,9 +176,9 @@ QString nothingRemovedText(const QStringList &errors)
         return message.contains(QLatin1String("No permission"));
     });
     if (isPermissionAlone)
-        return QStringLiteral("All selected files are owned by macOS or require administrator access to "
-                              "delete. These files are shown with a lock icon and have been automatically "
-                              "deselected.");
+        return platform::desktopWording(
+            QStringLiteral("All selected files are owned by macOS or require administrator access to delete. "
+                           "These files are shown with a lock icon and have been automatically deselected."));
     return errors.mid(0, 3).join(u'\n');
 }
 

@@ -52,6 +52,7 @@ std::optional<ApplicationOwner> PackageAdapter::ownerOf(const QByteArray &path)
     ApplicationOwner owner;
     owner.reference = referenceOf(package);
     owner.displayName = package.displayText;
+    owner.sizeBytes = package.installedBytes;
     owner.packageNames = {package.name};
     owner.isEssential = platform::isSystemPackage(
         package,

@@ -68,16 +68,18 @@ class Gallery:
         wait_until(lambda: self.program.frame_size() == self.size, PATIENCE, f"the window is {self.program.frame_size()}")
 
     @contextlib.contextmanager
-    def in_root_with(self, files):
-        """Meanwhile the program starts in a root folder with these files in it besides the machine's."""
+    def in_root_with(self, files, read_only=""):
+        """Meanwhile the program starts in a root folder with these files in it besides the machine's, and cannot change what
+        is in that one folder."""
         made, root = self.desktop.folder / "made", self.desktop.folder / "root"
+        made.mkdir(exist_ok=True)
         root.mkdir(exist_ok=True)
         for path, content in files.items():
             (made / path).parent.mkdir(parents=True, exist_ok=True)
             (made / path).write_text(content)
         script = self.desktop.home / "bin" / "in-made-root"
         runner = pathlib.Path(__file__).with_name("in_made_root.sh")
-        script.write_text(f'#!/bin/sh\nexec "{runner}" "{made}" "{root}" "{self.binary}" "$@"\n')
+        script.write_text(f'#!/bin/sh\nexport MADE_READ_ONLY="{read_only}"\nexec "{runner}" "{made}" "{root}" "{self.binary}" "$@"\n')
         script.chmod(0o755)
         self.program.binary = str(script)
         try:

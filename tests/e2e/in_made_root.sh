@@ -1,6 +1,7 @@
 #!/bin/sh
 # Runs a program in a root folder made of the machine's own and of what FILES has, for itself alone.
 #   in_made_root.sh FILES EMPTY-FOLDER PROGRAM [ARGUMENT...]
+# Environment: MADE_READ_ONLY, a folder in which nothing can be changed meanwhile.
 set -e
 if [ -z "$IN_MADE_ROOT" ]; then
     IN_MADE_ROOT=1 exec unshare --mount --map-root-user "$0" "$@"
@@ -18,4 +19,8 @@ for entry in /*; do
         mount --rbind "$entry" "$root$entry"
     fi
 done
+if [ -n "$MADE_READ_ONLY" ]; then
+    mount --bind "$root$MADE_READ_ONLY" "$root$MADE_READ_ONLY"
+    mount -o remount,bind,ro "$root$MADE_READ_ONLY"
+fi
 exec chroot "$root" "$@"

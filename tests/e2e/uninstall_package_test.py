@@ -123,6 +123,7 @@ class UninstallPackage(UninstallerCase):
         rows, _ = self.walk_list(lambda rows, _: len(rows) == 3)
         self.assertEqual(set(rows.values()), {PAINT, "acme-paint", "org.acme.Paint"})
         self.assertTrue(self.is_checked(self.row(PAINT)))
+        self.wait_for_text("Application (1 item), 400 KB")  # 391 KiB, as the package says
 
         # Kept, it stays; what else was chosen goes.
         self.ask_for_package()

@@ -4,6 +4,7 @@
 #include "library/AppIconLoader.h"
 
 #include <QAccessible>
+#include <QDeadlineTimer>
 #include <QQmlComponent>
 #include <QTest>
 
@@ -160,7 +161,13 @@ void ScreenTest::type(const char *text)
 
 bool ScreenTest::waitFor(const std::function<bool()> &condition)
 {
-    return QTest::qWaitFor(condition, 10000);
+    // Without a display's pace an endless animation never leaves the queue empty, and QTest::qWaitFor would
+    // look again only when all its time is over.
+    for (const QDeadlineTimer end(10000); !condition(); QTest::qWait(10)) {
+        if (end.hasExpired())
+            return false;
+    }
+    return true;
 }
 
 QString ScreenTest::folderId(const char *name) const

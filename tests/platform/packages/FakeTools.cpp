@@ -79,7 +79,7 @@ void FakeTools::answerFacts(const QStringList &lines)
 QString FakeTools::factsLine(const QString &name, const QString &flags, const QString &provides)
 {
     const QString bare = name.section(u':', 0, 0);
-    return QStringLiteral("%1\t%2\tinstalled\t%3\t%4")
+    return QStringLiteral("%1\t%2\tinstalled\t%3\t12\t%4")
         .arg(bare, name, QString(flags).replace(u'|', u'\t'), provides);
 }
 

@@ -65,24 +65,25 @@ TEST(DebianSearch, AsksForPatternCharactersAsThemselves)
 
 TEST(DebianFacts, KnowWhatTheSystemNeeds)
 {
-    const QByteArray output = "bash\tbash\tinstalled\tyes\tno\trequired\t\n"
-                              "grub\tgrub\tinstalled\tno\tyes\toptional\t\n"
-                              "less\tless\tinstalled\tno\tno\timportant\tpager\n"
-                              "gone\tgone\tconfig-files\tno\tno\toptional\t\n"
-                              "half\thalf\thalf-installed\tno\tno\toptional\t\n"
-                              "box\tbox:amd64\tinstalled\tno\t\toptional\tx-wm (= 1), y:any\n";
+    const QByteArray output = "bash\tbash\tinstalled\tyes\tno\trequired\t7164\t\n"
+                              "grub\tgrub\tinstalled\tno\tyes\toptional\t\t\n"
+                              "less\tless\tinstalled\tno\tno\timportant\t-3\tpager\n"
+                              "gone\tgone\tconfig-files\tno\tno\toptional\t1\t\n"
+                              "half\thalf\thalf-installed\tno\tno\toptional\tmuch\t\n"
+                              "box\tbox:amd64\tinstalled\tno\t\toptional\t2\tx-wm (= 1), y:any\n";
     const PackageAnswer<QList<PackageFacts>> facts = debianFacts(output);
     ASSERT_TRUE(facts) << qPrintable(facts.error);
-    const auto fact = [](const char *name, const char *id, bool essential, const QStringList &provides) {
-        return PackageFacts{QLatin1String(name), QLatin1String(id), essential, provides};
+    const auto fact = [](const char *name, const char *id, bool essential, const QStringList &provides,
+                         qint64 kibibytes = 0) {
+        return PackageFacts{QLatin1String(name), QLatin1String(id), essential, provides, kibibytes * 1024};
     };
-    EXPECT_THAT(facts.value,
-                ElementsAre(fact("bash", "bash", true, {}), fact("grub", "grub", true, {}),
-                            fact("less", "less", true, {QStringLiteral("pager")}),
-                            fact("half", "half", false, {}),
-                            fact("box", "box:amd64", false, {QStringLiteral("x-wm"), QStringLiteral("y")})));
+    EXPECT_THAT(
+        facts.value,
+        ElementsAre(fact("bash", "bash", true, {}, 7164), fact("grub", "grub", true, {}),
+                    fact("less", "less", true, {QStringLiteral("pager")}), fact("half", "half", false, {}),
+                    fact("box", "box:amd64", false, {QStringLiteral("x-wm"), QStringLiteral("y")}, 2)));
     for (const char *bad :
-         {"bash\tbash\tinstalled\tyes\tno\n", "-o\t-o\tinstalled\tno\tno\toptional\t\n", "\n x"})
+         {"bash\tbash\tinstalled\tyes\tno\n", "-o\t-o\tinstalled\tno\tno\toptional\t1\t\n", "\n x"})
         EXPECT_FALSE(debianFacts(bad)) << bad;
 }
 
@@ -103,9 +104,10 @@ TEST(DebianSimulation, IsTheListOfWhatGoes)
 TEST(RpmOutput, TellsNotOwnedFromNotAnswered)
 {
     EXPECT_THAT(rpmRecords("file /bin/ls is not owned by any package\n"), IsEmpty());
-    const QList<RpmRecord> records = rpmRecords("foo\t1.0-2\tnoarch\nfoo\t1.0-2\tnoarch\n-e\t1-1\tnoarch\n");
+    const QList<RpmRecord> records =
+        rpmRecords("foo\t1.0-2\tnoarch\t5000000000\nfoo\t1.0-2\tnoarch\t5000000000\n-e\t1-1\tnoarch\t1\n");
     EXPECT_THAT(records, ElementsAre(RpmRecord{QStringLiteral("foo"), QStringLiteral("foo-1.0-2.noarch"),
-                                               QStringLiteral("foo")}));
+                                               QStringLiteral("foo"), 5'000'000'000}));
     EXPECT_TRUE(hasRpmError("error: cannot open Packages database in /var/lib/rpm\n"));
     EXPECT_TRUE(hasRpmError("rpm: a note\nerror: no\n"));
     EXPECT_FALSE(hasRpmError("rpm: RPM should not be used directly\n"));

@@ -36,6 +36,7 @@ TEST_F(Owner, IsTheDebianPackageByOneQuestionForAllSpellings)
         ASSERT_TRUE(found.package) << qPrintable(found.error);
         EXPECT_EQ(found.package->name, QStringLiteral("firefox-esr"));
         EXPECT_EQ(found.package->displayText, QStringLiteral("firefox-esr, Debian package"));
+        EXPECT_EQ(found.package->installedBytes, 12 * 1024);
         EXPECT_TRUE(found.package->canBeRemoved);
         EXPECT_FALSE(found.package->isEssential);
         EXPECT_EQ(tools.calls().filter(QStringLiteral("--search")).size(), 1);
@@ -123,11 +124,12 @@ TEST_F(Owner, IsTheRpmPackage)
     const QByteArray file = entry(QStringLiteral("app.desktop"), {});
     const QString rpm = QStringLiteral("rpm");
     const QString query = QStringLiteral("--query");
-    tools.answer(rpm, query, {"Foo\t1.0-2\tnoarch\n", {}, 0});
+    tools.answer(rpm, query, {"Foo\t1.0-2\tnoarch\t4096\n", {}, 0});
     const PackageOwner found = owner(file);
     ASSERT_TRUE(found.package) << qPrintable(found.error);
     EXPECT_EQ(found.package->id, QStringLiteral("Foo-1.0-2.noarch"));
     EXPECT_EQ(found.package->displayText, QStringLiteral("Foo, RPM package"));
+    EXPECT_EQ(found.package->installedBytes, 4096);
     EXPECT_TRUE(found.package->canBeRemoved);
 
     const QByteArray notOwned = "file " + file + " is not owned by any package\n";
@@ -137,13 +139,13 @@ TEST_F(Owner, IsTheRpmPackage)
     tools.answer(rpm, query, {notOwned, "error: cannot open Packages database in /var/lib/rpm\n", 1});
     EXPECT_TRUE(isUnknown(owner(file)));
 
-    tools.answer(rpm, query, {"systemd\t1-2\tnoarch\n", {}, 0});
+    tools.answer(rpm, query, {"systemd\t1-2\tnoarch\t1\n", {}, 0});
     EXPECT_TRUE(owner(file).package->isEssential);
     surroundings.protectionFolders = {QString::fromUtf8(tools.home())};
     QFile conf(QString::fromUtf8(tools.home()) + QStringLiteral("/mine.conf"));
     ASSERT_TRUE(conf.open(QIODevice::WriteOnly) && conf.write("# names\nFoo\n") > 0);
     conf.close();
-    tools.answer(rpm, query, {"Foo\t1.0-2\tnoarch\n", {}, 0});
+    tools.answer(rpm, query, {"Foo\t1.0-2\tnoarch\t4096\n", {}, 0});
     EXPECT_TRUE(owner(file).package->isEssential);
 }
 
@@ -151,7 +153,7 @@ TEST_F(Owner, IsTheFlatpakApplicationOfTheInstallationThatHasIt)
 {
     const QByteArray script =
         "[ \"$2\" = --SCOPE ] || { echo 'error: org.foo.Bar/*unspecified*/*unspecified* not "
-        "installed' >&2; exit 1; }\necho \"app/$4/x86_64/stable\"\n";
+        "installed' >&2; exit 1; }\necho \"app/$5/x86_64/stable 23000000\"\n";
     const QByteArray copied =
         entry(QStringLiteral(".local/share/applications/x.desktop"), "X-Flatpak=org.foo.Bar \n");
     const QByteArray exported =
@@ -165,6 +167,7 @@ TEST_F(Owner, IsTheFlatpakApplicationOfTheInstallationThatHasIt)
             EXPECT_EQ(found.package->id, QStringLiteral("app/org.foo.Bar/x86_64/stable"));
             EXPECT_EQ(found.package->displayText, QStringLiteral("org.foo.Bar, Flatpak application"));
             EXPECT_EQ(found.package->isForOneUser, forOneUser);
+            EXPECT_EQ(found.package->installedBytes, 23'000'000);
             EXPECT_TRUE(found.package->canBeRemoved);
         }
     }
@@ -190,9 +193,13 @@ TEST_F(Owner, IsTheSnapUnlessTheSystemOfSnapsStandsOnIt)
     const QByteArray file = entry(QStringLiteral("snapd/desktop/applications/foo_foo.desktop"),
                                   "X-SnapInstanceName=foo\nX-SnapAppName=other\n");
     tools.answer(snap, list, {header + "foo   1.0   12   latest/stable  someone  classic,disabled\n", {}, 0});
+    surroundings.snapFolder = QString::fromUtf8(tools.home());
+    QFile image(surroundings.snapFolder + QStringLiteral("/foo_12.snap"));
+    ASSERT_TRUE(image.open(QIODevice::WriteOnly) && image.resize(700));
     const PackageOwner found = owner(file);
     ASSERT_TRUE(found.package) << qPrintable(found.error);
     EXPECT_EQ(found.package->displayText, QStringLiteral("foo, Snap package"));
+    EXPECT_EQ(found.package->installedBytes, 700);
     EXPECT_TRUE(found.package->canBeRemoved);
     EXPECT_FALSE(found.package->isEssential);
 

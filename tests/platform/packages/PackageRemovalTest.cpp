@@ -249,7 +249,7 @@ TEST_F(Removal, OfAnRpmPackageTakesAllThatNeedsIt)
 {
     const QString rpm = QStringLiteral("rpm");
     tools.script(rpm, QStringLiteral("--query"),
-                 "shift 4\nfor id; do printf '%s\\t1.0-2\\tnoarch\\n' \"${id%%-*}\"; done\n");
+                 "shift 4\nfor id; do printf '%s\\t1.0-2\\tnoarch\\t1\\n' \"${id%%-*}\"; done\n");
     tools.script(
         rpm, QStringLiteral("--erase"),
         "case $* in\n*appc*) exit 0;;\n*appb*) need='appb is needed by (installed) appc-1.0-2.noarch';;\n"

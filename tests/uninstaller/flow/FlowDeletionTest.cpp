@@ -122,8 +122,8 @@ TEST_F(FlowDeletion, SaysWhyNothingWasRemoved)
 
     flow->deselectAllIn(QStringLiteral("Caches"));
     removeToTrash();
-    EXPECT_TRUE(flow->permissionErrorMessage().startsWith(
-        QStringLiteral("All selected files are owned by macOS or require administrator access to delete.")));
+    EXPECT_TRUE(flow->permissionErrorMessage().startsWith(QStringLiteral(
+        "All selected files are owned by the system or require administrator access to delete.")));
 
     for (const QByteArray &path : paths())
         std::filesystem::remove_all(path.toStdString());

@@ -20,6 +20,7 @@ constexpr std::array words{
     Word{QLatin1StringView("System Settings"), QLatin1StringView("Settings")},
     Word{QLatin1StringView("protected Library folders"), QLatin1StringView("protected folders")},
     Word{QLatin1StringView("macOS SIP"), QLatin1StringView("the system")},
+    Word{QLatin1StringView("macOS"), QLatin1StringView("the system")},
 };
 
 } // namespace

@@ -49,6 +49,12 @@ QStringList validNames(const QByteArray &owners)
     return names;
 }
 
+/// In KiB, as a packager reckoned it; not every package says.
+qint64 bytesOf(const QByteArray &installedSize)
+{
+    return qint64(installedSize.toUInt()) * 1024;
+}
+
 QStringList namesOf(const QByteArray &list)
 {
     QStringList names;
@@ -108,7 +114,7 @@ PackageAnswer<QList<PackageFacts>> debianFacts(const QByteArray &output)
         const QByteArrayList fields = line.split('\t');
         const QString name = QString::fromUtf8(fields.value(0));
         const QString id = QString::fromUtf8(fields.value(1));
-        if (fields.size() != 7 || !isDebianName(name) || !isDebianName(id))
+        if (fields.size() != 8 || !isDebianName(name) || !isDebianName(id))
             return packageError<QList<PackageFacts>>(
                 QStringLiteral("the package database gave an answer that cannot be read"));
         // One whose configuration alone is left is none.
@@ -116,7 +122,7 @@ PackageAnswer<QList<PackageFacts>> debianFacts(const QByteArray &output)
             continue;
         const bool isEssential =
             fields[3] == "yes" || fields[4] == "yes" || fields[5] == "required" || fields[5] == "important";
-        result.append({name, id, isEssential, namesOf(fields[6])});
+        result.append({name, id, isEssential, namesOf(fields[7]), bytesOf(fields[6])});
     }
     return {result, {}};
 }

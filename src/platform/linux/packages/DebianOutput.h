@@ -25,7 +25,7 @@ DebianOwners debianOwners(const QByteArray &output, const QByteArrayList &spelli
 
 /// The format that `debianFacts` reads, for `dpkg-query --show`.
 inline constexpr char debianFactsFormat[] =
-    R"(${Package}\t${binary:Package}\t${db:Status-Status}\t${Essential}\t${Protected}\t${Priority}\t${Provides}\n)";
+    R"(${Package}\t${binary:Package}\t${db:Status-Status}\t${Essential}\t${Protected}\t${Priority}\t${Installed-Size}\t${Provides}\n)";
 
 /// The packages of such an answer that are installed. An answer in another form is an error.
 PackageAnswer<QList<PackageFacts>> debianFacts(const QByteArray &output);

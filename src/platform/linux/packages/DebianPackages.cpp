@@ -69,6 +69,7 @@ PackageOwner DebianPackages::owner(const FileSpellings &file) const
     const PackageFacts &first = known.value.first();
     Package package{PackageKind::Debian, first.name, first.id, packageText(PackageKind::Debian, first.name)};
     package.canBeRemoved = known.value.size() == 1;
+    package.installedBytes = first.installedBytes;
     for (const PackageFacts &one : known.value)
         package.isEssential = package.isEssential || one.isEssential;
     return {package, {}};

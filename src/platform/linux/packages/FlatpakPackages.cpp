@@ -3,6 +3,8 @@
 #include "platform/linux/packages/PackageNames.h"
 #include "platform/linux/packages/PackageTool.h"
 
+#include <algorithm>
+
 namespace quillbay::platform {
 
 namespace {
@@ -34,20 +36,22 @@ FlatpakPackages::FlatpakPackages(const PackageSurroundings &surroundings)
 {
 }
 
-PackageAnswer<QString> FlatpakPackages::reference(const QString &id, bool forOneUser) const
+PackageAnswer<FlatpakPackages::Installed> FlatpakPackages::installed(const QString &id, bool forOneUser) const
 {
     const PackageToolResult result =
         runPackageTool(m_surroundings.tool(toolName()),
-                       {QStringLiteral("info"), scope(forOneUser), QStringLiteral("--show-ref"), id},
+                       {QStringLiteral("info"), scope(forOneUser), QStringLiteral("--show-ref"),
+                        QStringLiteral("--show-size"), id},
                        m_surroundings.questionLimit);
     if (result.exitedWith(1) && result.errors.contains("not installed"))
         return {};
     if (!result.exitedWith(0))
-        return packageError<QString>(result.problem());
-    const QString reference = QString::fromUtf8(result.output.trimmed());
+        return packageError<Installed>(result.problem());
+    const QByteArrayList words = result.output.simplified().split(' ');
+    const QString reference = QString::fromUtf8(words.first());
     if (!isFlatpakReference(reference, id))
-        return packageError<QString>(QStringLiteral("flatpak gave an answer that cannot be read"));
-    return {reference, {}};
+        return packageError<Installed>(QStringLiteral("flatpak gave an answer that cannot be read"));
+    return {{reference, std::max<qint64>(words.value(1).toLongLong(), 0)}, {}};
 }
 
 PackageOwner FlatpakPackages::owner(const FileSpellings &file, const QString &id) const
@@ -62,12 +66,13 @@ PackageOwner FlatpakPackages::owner(const FileSpellings &file, const QString &id
         return isExported ? PackageOwner{package, {}} : PackageOwner{};
     const bool userFirst = !isExported || exported.startsWith(m_surroundings.home + '/');
     for (const bool forOneUser : {userFirst, !userFirst}) {
-        const PackageAnswer<QString> found = reference(id, forOneUser);
+        const PackageAnswer<Installed> found = installed(id, forOneUser);
         if (!found)
             return {std::nullopt, found.error};
-        if (found.value.isEmpty())
+        if (found.value.reference.isEmpty())
             continue;
-        package.id = found.value;
+        package.id = found.value.reference;
+        package.installedBytes = found.value.bytes;
         package.isForOneUser = forOneUser;
         package.canBeRemoved = true;
         return {package, {}};
@@ -77,10 +82,10 @@ PackageOwner FlatpakPackages::owner(const FileSpellings &file, const QString &id
 
 RemovalPreview FlatpakPackages::simulate(const Package &package, PackageData data) const
 {
-    const PackageAnswer<QString> found = reference(package.name, package.isForOneUser);
+    const PackageAnswer<Installed> found = installed(package.name, package.isForOneUser);
     if (!found)
         return {RemovalPreview::Verdict::Unknown, {}, {}, found.error};
-    if (found.value != package.id)
+    if (found.value.reference != package.id)
         return {RemovalPreview::Verdict::Unknown,
                 {},
                 {},

@@ -22,8 +22,12 @@ public:
     RemovalResult remove(const Package &package, PackageData data) const;
 
 private:
-    /// Its full reference; neither that nor an error where it is not installed.
-    PackageAnswer<QString> reference(const QString &id, bool forOneUser) const;
+    struct Installed
+    {
+        QString reference; ///< In full; empty where it is not installed.
+        qint64 bytes = 0;
+    };
+    PackageAnswer<Installed> installed(const QString &id, bool forOneUser) const;
 
     PackageSurroundings m_surroundings;
 };

@@ -41,6 +41,7 @@ PackageSurroundings PackageSurroundings::ofSession()
     session.desktops = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(u':', Qt::SkipEmptyParts);
     session.protectionFolders = {QStringLiteral("/etc/dnf/protected.d"),
                                  QStringLiteral("/etc/yum/protected.d")};
+    session.snapFolder = QStringLiteral("/var/lib/snapd/snaps");
     session.home = QFile::encodeName(QDir::homePath());
     session.systemBus = [] { return QDBusConnection::systemBus(); };
     session.ownFiles = filesOfProcess;

@@ -21,6 +21,8 @@ struct PackageSurroundings
     QStringList desktops;
     /// Folders of `.conf` files with names that rpm's front ends protect, one a line.
     QStringList protectionFolders;
+    /// Where snapd keeps the images of snaps, each NAME_REVISION.snap.
+    QString snapFolder;
     /// The home folder, with no slash at its end.
     QByteArray home;
     /// The system bus. Called on a worker's thread, may block there.

@@ -3,6 +3,8 @@
 #include "platform/linux/packages/PackageNames.h"
 #include "platform/linux/packages/PackageTool.h"
 
+#include <algorithm>
+
 namespace quillbay::platform {
 
 QList<RpmRecord> rpmRecords(const QByteArray &output)
@@ -10,12 +12,13 @@ QList<RpmRecord> rpmRecords(const QByteArray &output)
     QList<RpmRecord> records;
     for (const QByteArray &line : output.split('\n')) {
         const QByteArrayList fields = line.split('\t');
-        if (fields.size() != 3)
+        if (fields.size() != 4)
             continue;
         const QString name = QString::fromUtf8(fields[0]);
         const QString architecture = QString::fromUtf8(fields[2]);
         const RpmRecord record{name, name + u'-' + QString::fromUtf8(fields[1]) + u'.' + architecture,
-                               listedName(PackageKind::Rpm, name, architecture)};
+                               listedName(PackageKind::Rpm, name, architecture),
+                               std::max<qint64>(fields[3].toLongLong(), 0)};
         if (isRpmName(record.name) && isRpmName(record.id) && !records.contains(record))
             records.append(record);
     }

@@ -15,12 +15,13 @@ struct RpmRecord
     QString name;
     QString id;         ///< Name, version, release and architecture: "foo-1.0-2.x86_64".
     QString listedName; ///< As in `RemovalPreview::packages`.
+    qint64 installedBytes = 0;
 
     bool operator==(const RpmRecord &) const = default;
 };
 
 /// The format that `rpmRecords` reads.
-inline constexpr char rpmRecordFormat[] = R"(%{NAME}\t%{VERSION}-%{RELEASE}\t%{ARCH}\n)";
+inline constexpr char rpmRecordFormat[] = R"(%{NAME}\t%{VERSION}-%{RELEASE}\t%{ARCH}\t%{LONGSIZE}\n)";
 
 /// Reads what `rpm --query` wrote; lines in another form ("file … is not owned by any package") are passed
 /// over.

@@ -76,6 +76,7 @@ PackageOwner RpmPackages::owner(const FileSpellings &file) const
     const RpmRecord &first = found.value.first();
     Package package{PackageKind::Rpm, first.name, first.id, packageText(PackageKind::Rpm, first.name)};
     package.canBeRemoved = found.value.size() == 1;
+    package.installedBytes = first.installedBytes;
     package.isEssential = protectedNames().contains(first.name);
     return {package, {}};
 }

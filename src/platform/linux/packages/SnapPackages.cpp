@@ -4,6 +4,8 @@
 #include "platform/linux/packages/PackageNames.h"
 #include "platform/linux/packages/PackageTool.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <array>
 
@@ -30,22 +32,23 @@ SnapPackages::SnapPackages(const PackageSurroundings &surroundings)
 {
 }
 
-PackageAnswer<SnapPackages::Kind> SnapPackages::kindOf(const QString &name) const
+PackageAnswer<SnapPackages::Installed> SnapPackages::installed(const QString &name) const
 {
     const PackageToolResult result = runPackageTool(
         m_surroundings.tool(toolName()), {QStringLiteral("list"), name}, m_surroundings.questionLimit);
     if (result.exitedWith(1) && result.errors.contains("no matching snaps installed"))
-        return {Kind::None, {}};
+        return {};
     if (!result.exitedWith(0))
-        return packageError<Kind>(result.problem());
+        return packageError<Installed>(result.problem());
     for (const QByteArray &line : result.output.split('\n')) {
         const QByteArrayList columns = line.simplified().split(' ');
         if (columns.size() < 6 || columns.first() != name.toUtf8())
             continue;
         const QByteArrayList notes = columns.last().split(',');
-        return {std::any_of(notes.begin(), notes.end(), isSystemNote) ? Kind::System : Kind::Application, {}};
+        const bool isSystem = std::any_of(notes.begin(), notes.end(), isSystemNote);
+        return {{isSystem ? Kind::System : Kind::Application, QString::fromUtf8(columns[2])}, {}};
     }
-    return packageError<Kind>(QStringLiteral("snap gave an answer that cannot be read"));
+    return packageError<Installed>(QStringLiteral("snap gave an answer that cannot be read"));
 }
 
 PackageOwner SnapPackages::owner(const FileSpellings &file, const QString &name) const
@@ -59,27 +62,31 @@ PackageOwner SnapPackages::owner(const FileSpellings &file, const QString &name)
     Package package{PackageKind::Snap, name, name, packageText(PackageKind::Snap, name)};
     if (m_surroundings.tool(toolName()).isEmpty())
         return isExported ? PackageOwner{package, {}} : PackageOwner{};
-    const PackageAnswer<Kind> kind = kindOf(name);
-    if (!kind)
-        return {std::nullopt, kind.error};
-    if (kind.value == Kind::None)
+    const PackageAnswer<Installed> found = installed(name);
+    if (!found)
+        return {std::nullopt, found.error};
+    if (found.value.kind == Kind::None)
         return {std::nullopt, isExported ? QStringLiteral("snap does not know this application") : QString()};
     package.canBeRemoved = true;
-    package.isEssential = kind.value == Kind::System;
+    package.isEssential = found.value.kind == Kind::System;
+    // Asking snap itself would ask its store. The image is what is on the disk.
+    package.installedBytes =
+        QFileInfo(m_surroundings.snapFolder + QStringLiteral("/%1_%2.snap").arg(name, found.value.revision))
+            .size();
     return {package, {}};
 }
 
 RemovalPreview SnapPackages::simulate(const Package &package, PackageData data) const
 {
-    const PackageAnswer<Kind> kind = kindOf(package.name);
-    if (!kind)
-        return {RemovalPreview::Verdict::Unknown, {}, {}, kind.error};
-    if (kind.value == Kind::None)
+    const PackageAnswer<Installed> found = installed(package.name);
+    if (!found)
+        return {RemovalPreview::Verdict::Unknown, {}, {}, found.error};
+    if (found.value.kind == Kind::None)
         return {RemovalPreview::Verdict::Unknown,
                 {},
                 {},
                 QStringLiteral("the application is not installed any more")};
-    const bool isSystem = kind.value == Kind::System;
+    const bool isSystem = found.value.kind == Kind::System;
     const QString folder = data == PackageData::Remove ? QStringLiteral("~/snap/") + package.name : QString();
     return {isSystem ? RemovalPreview::Verdict::Refused : RemovalPreview::Verdict::Allowed,
             {package.name},

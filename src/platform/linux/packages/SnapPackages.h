@@ -23,7 +23,12 @@ public:
 
 private:
     enum class Kind { None, Application, System };
-    PackageAnswer<Kind> kindOf(const QString &name) const;
+    struct Installed
+    {
+        Kind kind = Kind::None;
+        QString revision;
+    };
+    PackageAnswer<Installed> installed(const QString &name) const;
 
     PackageSurroundings m_surroundings;
 };

@@ -20,6 +20,7 @@ struct PackageFacts
     QString id;   ///< As `Package::id`.
     bool isEssential = false;
     QStringList provides; ///< Virtual packages that it stands for.
+    qint64 installedBytes = 0;
 
     bool operator==(const PackageFacts &) const = default;
 };
