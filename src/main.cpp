@@ -103,6 +103,7 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
 
 int main(int argc, char **argv)
 {
+    platform::growMemoryInLargeSteps();
     const char *reason = nullptr;
     if (!platform::hasDisplay(&reason)) {
         std::fprintf(stderr, "quillbay: %s\n", reason);

@@ -184,8 +184,8 @@ void AppIconReader::startWorker(Urgency urgency)
 
 void AppIconReader::run(Urgency urgency)
 {
-    if (urgency == Urgency::Prefetch)
-        platform::lowerThreadPriority();
+    platform::lowerThreadPriority(urgency == Urgency::Visible ? platform::BackgroundWork::Awaited
+                                                              : platform::BackgroundWork::Ahead);
     while (true) {
         std::optional<Job> job;
         {

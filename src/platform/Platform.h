@@ -65,4 +65,8 @@ Platform createPlatform();
 /// object.
 bool hasDisplay(const char **reason);
 
+/// Lets the process ask the system for memory in few large steps: each of many small ones makes all threads
+/// wait for each other. What is not used costs nothing. Before there are threads.
+void growMemoryInLargeSteps();
+
 } // namespace quillbay::platform

@@ -2,8 +2,13 @@
 
 namespace quillbay::platform {
 
-/// Makes the calling thread give way to all others of the program, for the rest of its life: for background
-/// work that nobody waits for. Where the system refuses, the thread keeps its priority.
-void lowerThreadPriority();
+enum class BackgroundWork {
+    Awaited, ///< Its result will be shown; what draws goes first.
+    Ahead,   ///< Nobody waits for it.
+};
+
+/// Makes the calling thread give way to the others of the program, for the rest of its life. Where the system
+/// refuses, the thread keeps its priority.
+void lowerThreadPriority(BackgroundWork work);
 
 } // namespace quillbay::platform

@@ -5,6 +5,7 @@
 #include "ui/ToolTypes.h"
 #include "ui/vocabulary/Symbols.h"
 
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QOpenGLContext>
@@ -73,7 +74,9 @@ Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceMana
                  NotificationCenter &notifications, Uninstaller &uninstaller, Tools &tools)
     : m_models(viewModel, workspaces, notifications, uninstaller, tools)
 {
-    // The window would ask it first thing; the graphics driver takes as long to load as the types.
+    // The window would ask for both first thing; meanwhile the types are read. The way to screen readers
+    // waits for answers of the bus, and the graphics driver takes as long to load as the types.
+    QAccessible::setRootObject(qApp);
     if (qEnvironmentVariableIsEmpty("QT_QUICK_BACKEND"))
         QOpenGLContext::supportsThreadedOpenGL();
     QQmlComponent &content = types.m_content;

@@ -24,6 +24,8 @@
 
 #include <utility>
 
+#include <malloc.h>
+
 namespace quillbay::platform {
 
 std::unique_ptr<ApplicationService> createApplicationService()
@@ -65,6 +67,14 @@ Platform createPlatform()
     platform.deviceIdentity = std::make_shared<LinuxDeviceIdentity>();
     platform.colorSampler = chooseColorSampler(sessionBus());
     return platform;
+}
+
+void growMemoryInLargeSteps()
+{
+#ifdef M_TOP_PAD
+    constexpr int bytes = 8 << 20;
+    ::mallopt(M_TOP_PAD, bytes); // can only refuse, which changes nothing
+#endif
 }
 
 } // namespace quillbay::platform

@@ -105,7 +105,7 @@ void XbelRecentDocuments::query(double cutoff, int most)
     m_watch.watch({QFileInfo(m_record).path()});
     const int number = ++m_query;
     m_pool.start([this, number, cutoff, most] {
-        lowerThreadPriority();
+        lowerThreadPriority(BackgroundWork::Ahead);
         if (number != m_query)
             return;
         const Answer answer = gather(cutoff, most);
