@@ -1,7 +1,9 @@
 #include "ui/DragSource.h"
 
+#include "platform/WindowEffects.h"
 #include "ui/vocabulary/Theme.h"
 
+#include <QBitmap>
 #include <QDrag>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -10,6 +12,7 @@
 #include <QQuickItem>
 #include <QQuickItemGrabResult>
 #include <QQuickWindow>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -35,6 +38,19 @@ QImage grounded(QImage picture)
         });
     }
     return picture;
+}
+
+/// The picture's window cut to what is opaque in it. The toolkit asks for that too, but before there is a
+/// native window, and so in vain.
+void cutToShape(const QImage &picture)
+{
+    const QSize size = picture.deviceIndependentSize().toSize();
+    const QBitmap opaque =
+        QBitmap::fromImage(picture.scaled(size).createAlphaMask(Qt::ThresholdDither | Qt::AvoidDither));
+    for (QWindow *window : QGuiApplication::allWindows()) {
+        if (qstrcmp(window->metaObject()->className(), "QShapedPixmapWindow") == 0)
+            window->setMask(QRegion(opaque));
+    }
 }
 
 } // namespace
@@ -73,8 +89,7 @@ void DragSource::drag(QQuickItem *item, std::unique_ptr<QMimeData> data, QPointF
         grab.data(), &QQuickItemGrabResult::ready, this,
         [this, grab, window, carried, hotSpot, ratio] {
             if (window && QGuiApplication::mouseButtons() & Qt::LeftButton)
-                run(*window, carried, carried->hasUrls() ? grab->image() : grounded(grab->image()), ratio,
-                    hotSpot);
+                run(*window, carried, grab->image(), ratio, hotSpot);
             else
                 delete carried;
             setActive(false);
@@ -86,11 +101,16 @@ void DragSource::run(QQuickWindow &window, QMimeData *data, QImage picture, qrea
 {
     if (QQuickItem *holder = window.mouseGrabberItem())
         holder->ungrabMouse();
+    const bool isOpaque = !Theme::instance()->effects().canShowThrough();
+    if (isOpaque || !data->hasUrls())
+        picture = grounded(picture);
     picture.setDevicePixelRatio(ratio);
     auto *drag = new QDrag(&window); // deletes itself
     drag->setMimeData(data);
     drag->setPixmap(QPixmap::fromImage(picture));
     drag->setHotSpot(hotSpot.toPoint());
+    if (isOpaque)
+        QTimer::singleShot(0, drag, [picture] { cutToShape(picture); });
     drag->exec(Qt::CopyAction | Qt::LinkAction, Qt::CopyAction);
 }
 

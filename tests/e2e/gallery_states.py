@@ -149,7 +149,8 @@ class Sidebar(States):
         self.menu("Development")
 
     def show_sidebar_keyboard(self):
-        self.hands.keys("Tab", "Tab", "Tab", "Tab", "Tab", "Tab", "Down", "Down")
+        # Past the tools and the sort menu.
+        self.hands.keys(*["Tab"] * 11, "Down", "Down")
 
     def show_icon_popover(self):
         self.menu("Development")
