@@ -5,8 +5,9 @@
 // prints by how much the resident memory grew at most, in bytes and in the rows' own bytes, and how the time
 // relates to reading and deleting the same rows through plain SQLite.
 
-#include "analytics/FlushingClient.h"
 #include "analytics/HttpService.h"
+#include "analytics/MarlpostInstance.h"
+#include "platform/none/NoDeviceIdentity.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -25,13 +26,13 @@
 #include <unistd.h>
 
 using namespace quillbay;
-using testing::FlushingClient;
 using testing::HttpService;
 
 namespace {
 
 constexpr int eventCount = 10'000;
 constexpr int batch = 50;
+constexpr char token[] = "bench";
 constexpr double megabyte = 1e6;
 
 double now()
@@ -80,7 +81,7 @@ MarlpostPersistence::Places placesIn(const QString &folder)
 
 void store(const QString &folder, std::size_t body)
 {
-    MarlpostPersistence persistence(FlushingClient::Name, placesIn(folder), {[] { return 1.0; }, false});
+    MarlpostPersistence persistence(token, placesIn(folder), {[] { return 1.0; }, false});
     std::vector<MarlpostDictionary> events;
     for (int i = 0; i < eventCount; ++i) {
         MarlpostDictionary properties = {{"token", "7c1e9a40d2b86f35e0a4c71b93de6f08"},
@@ -100,7 +101,7 @@ void store(const QString &folder, std::size_t body)
 /// Reads the rows in batches and deletes them, as plainly as can be; milliseconds. Answers their bytes.
 double plainDrain(const QString &file, int rowsAtOnce, double &bytes)
 {
-    const QByteArray table = QByteArrayLiteral("marlpost_") + FlushingClient::Name + "_events";
+    const QByteArray table = QByteArrayLiteral("marlpost_") + token + "_events";
     const double start = now();
     sqlite3 *database = nullptr;
     sqlite3_stmt *read = nullptr;
@@ -129,30 +130,46 @@ double plainDrain(const QString &file, int rowsAtOnce, double &bytes)
     return now() - start;
 }
 
+std::shared_ptr<MarlpostInstance> start(const QString &folder, const std::string &url)
+{
+    MarlpostOptions options;
+    options.token = token;
+    options.flushInterval = 0;
+    options.proxyServerConfig = ProxyServerConfig{url, {}};
+    MarlpostSurroundings around;
+    around.device = std::make_shared<platform::NoDeviceIdentity>();
+    around.places = placesIn(folder);
+    return MarlpostInstance::create(options, around);
+}
+
+void flush(MarlpostInstance &client, bool performFullFlush)
+{
+    bool isDone = false;
+    client.flush(performFullFlush, [&isDone] { isDone = true; });
+    while (!isDone)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
 void drain(const QString &folder, const std::string &url, bool performFullFlush, double rowBytes,
            double plain)
 {
-    const auto client = FlushingClient::make(placesIn(folder), url);
+    const auto client = start(folder, url);
     // What the first connection and the first statement need stays out of it.
-    client->networkQueue().async([client] {
-        client->sender().flushQueueInBatches({{0, "{}"}}, PersistenceType::Events);
-    });
-    client->trackingQueue().async(
-        [client] { client->persistence().loadEntitiesInBatch(PersistenceType::Events, 1); });
-    if (!client->networkQueue().waitUntilDone(std::chrono::minutes(1)) ||
-        !client->trackingQueue().waitUntilDone(std::chrono::minutes(1)))
-        fail("the first request");
+    client->track("App Launched");
+    if (!client->trackingQueue().waitUntilDone(std::chrono::minutes(1)))
+        fail("the first event");
+    client->flushSettings().flushQueueInBatches({{0, "{}"}}, PersistenceType::Events);
     malloc_trim(0);
     forgetPeak();
     const double before = statusBytes("VmRSS");
     const double start = now();
-    for (int i = 0; i < (performFullFlush ? 1 : eventCount / batch); ++i) {
-        if (!client->flushAndWait(performFullFlush))
-            fail("a flush does not end");
-    }
+    for (int i = 0; i < (performFullFlush ? 1 : eventCount / batch); ++i)
+        flush(*client, performFullFlush);
     const double elapsed = now() - start;
     const double grown = peak() - before;
-    if (!client->stored().empty())
+    flush(*client, true);
+    if (!client->trackingQueue().waitUntilDone(std::chrono::minutes(1)) ||
+        MPDB(token, folder, [] { return 0.0; }).rowCount(PersistenceType::Events) != 0)
         fail("rows are left");
     if (performFullFlush)
         std::printf(
@@ -208,7 +225,7 @@ int main(int argc, char **argv)
             double plain = 0;
             inChild([&] { store(plainFolder.path(), body); });
             inChild([&] { store(folder.path(), body); });
-            plain = plainDrain(MPDB(FlushingClient::Name, plainFolder.path(), {}).path(),
+            plain = plainDrain(MPDB(token, plainFolder.path(), {}).path(),
                                performFullFlush ? eventCount : batch, rowBytes);
             drain(folder.path(), url, performFullFlush, rowBytes, plain);
         });

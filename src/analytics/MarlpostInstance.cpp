@@ -13,9 +13,9 @@ namespace quillbay {
 
 namespace {
 
-std::string serverURL(const MarlpostOptions &options)
+std::string serverURL(const MarlpostOptions &options, const MarlpostSurroundings &surroundings)
 {
-    return options.proxyServerConfig ? options.proxyServerConfig->serverURL : builtInServerURL();
+    return options.proxyServerConfig ? options.proxyServerConfig->serverURL : surroundings.builtInServer;
 }
 
 std::string queueLabel(const std::string &name, const char *queue)
@@ -46,10 +46,11 @@ MarlpostInstance::MarlpostInstance(const MarlpostOptions &options, const Marlpos
     , m_trackingQueue(queueLabel(m_name, "tracking"))
     , m_networkQueue(queueLabel(m_name, "network"))
     , m_persistence(std::make_shared<MarlpostPersistence>(
-          m_name, surroundings.places, MarlpostPersistence::Options{m_clock, serverURL(options).empty()}))
+          m_name, surroundings.places,
+          MarlpostPersistence::Options{m_clock, serverURL(options, surroundings).empty()}))
     , m_sessionMetadata(m_trackingQueue, m_clock)
     , m_track(m_apiToken, m_automaticProperties)
-    , m_flush(serverURL(options), options.useGzipCompression, surroundings.flush)
+    , m_flush(serverURL(options, surroundings), options.useGzipCompression, surroundings.flush)
 {
 }
 

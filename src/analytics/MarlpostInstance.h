@@ -151,6 +151,8 @@ private:
     void changeTimedEvents(const std::function<void(MarlpostDictionary &)> &change);
     void flushNext();
     StoredEntities loadUnsent(PersistenceType type, bool isFull);
+    /// Deletes these rows, and those that could not be deleted before.
+    void removeTaken(PersistenceType type, const std::vector<std::int32_t> &ids);
     // On the network queue.
     void flushQueue(StoredEntities queue, FlushType type);
 
@@ -177,8 +179,8 @@ private:
     SessionMetadata m_sessionMetadata;
     std::deque<PendingFlush> m_pendingFlushes;
     bool m_isFlushing = false;
-    /// Rows that the service took and that still stood in the store at the last look: a store that cannot be
-    /// written would have them sent again and again.
+    /// Rows that the service took and that could not be deleted: a store that cannot be written would have
+    /// them sent again and again.
     std::array<std::set<std::int32_t>, AllPersistenceTypes.size()> m_taken;
 
     std::atomic_int m_forgettings = 0; ///< How often the store was emptied.

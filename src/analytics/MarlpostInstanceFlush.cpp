@@ -48,17 +48,12 @@ StoredEntities MarlpostInstance::loadUnsent(PersistenceType type, bool isFull)
 {
     if (hasOptedOutTracking())
         return {};
+    removeTaken(type, {});
     const std::int64_t size = isFull ? MPDB::AllRows : std::int64_t(m_flush.flushBatchSize());
     StoredEntities entities =
         m_persistence->loadEntitiesInBatch(type, size, false, !m_trackAutomaticEventsEnabled);
-    std::set<std::int32_t> stillThere;
-    std::erase_if(entities, [&](const StoredEntity &entity) {
-        const bool isTaken = m_taken[std::size_t(type)].contains(entity.id);
-        if (isTaken)
-            stillThere.insert(entity.id);
-        return isTaken;
-    });
-    m_taken[std::size_t(type)] = std::move(stillThere);
+    const std::set<std::int32_t> &taken = m_taken[std::size_t(type)];
+    std::erase_if(entities, [&](const StoredEntity &entity) { return taken.contains(entity.id); });
     return entities;
 }
 
@@ -79,10 +74,16 @@ bool MarlpostInstance::maySend() const
 
 void MarlpostInstance::flushSuccess(FlushType type, std::vector<std::int32_t> ids)
 {
-    onTrackingQueue([type, ids = std::move(ids)](MarlpostInstance &self) {
-        self.m_taken[std::size_t(type)].insert(ids.begin(), ids.end());
-        self.m_persistence->removeEntitiesInBatch(type, ids);
-    });
+    onTrackingQueue([type, ids = std::move(ids)](MarlpostInstance &self) { self.removeTaken(type, ids); });
+}
+
+void MarlpostInstance::removeTaken(PersistenceType type, const std::vector<std::int32_t> &ids)
+{
+    std::set<std::int32_t> &taken = m_taken[std::size_t(type)];
+    taken.insert(ids.begin(), ids.end());
+    const std::vector<std::int32_t> all(taken.begin(), taken.end());
+    if (m_persistence->removeEntitiesInBatch(type, all))
+        taken.clear();
 }
 
 } // namespace quillbay

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analytics/AutomaticProperties.h"
+#include "analytics/Flush.h"
 #include "analytics/FlushRequest.h"
 #include "analytics/MarlpostPersistence.h"
 #include "analytics/MarlpostType.h"
@@ -54,6 +55,7 @@ struct MarlpostSurroundings
     AutomaticProperties::AppVersion appVersion;
     MarlpostPersistence::Places places = MarlpostPersistence::defaultPlaces();
     FlushRequest::Surroundings flush = FlushRequest::defaultSurroundings(); ///< The clock is everyone's.
+    std::string builtInServer = builtInServerURL(); ///< Where no proxy takes its place.
 };
 
 } // namespace quillbay

@@ -111,10 +111,11 @@ StoredEntities MarlpostPersistence::loadEntitiesInBatch(PersistenceType type, st
     return entities;
 }
 
-void MarlpostPersistence::removeEntitiesInBatch(PersistenceType type, std::span<const std::int32_t> ids)
+bool MarlpostPersistence::removeEntitiesInBatch(PersistenceType type, std::span<const std::int32_t> ids)
 {
-    m_database.deleteRows(type, ids);
-    m_rowCounts = {};
+    if (!ids.empty())
+        m_rowCounts[std::size_t(type)].reset();
+    return m_database.deleteRows(type, ids);
 }
 
 void MarlpostPersistence::identifyPeople()

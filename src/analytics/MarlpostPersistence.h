@@ -90,7 +90,7 @@ public:
     /// rows without a "$distinct_id". Excluded automatic events ("event" begins with "$ae_") are deleted.
     StoredEntities loadEntitiesInBatch(PersistenceType type, std::int64_t batchSize = MPDB::AllRows,
                                        bool flag = false, bool excludeAutomaticEvents = false);
-    void removeEntitiesInBatch(PersistenceType type, std::span<const std::int32_t> ids);
+    bool removeEntitiesInBatch(PersistenceType type, std::span<const std::int32_t> ids);
     /// Makes the held-back people rows sendable.
     void identifyPeople();
     /// Deletes the entities of all kinds.

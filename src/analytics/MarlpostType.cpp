@@ -11,12 +11,6 @@ namespace quillbay {
 
 namespace {
 
-template <typename... Cases>
-struct Overloaded : Cases...
-{
-    using Cases::operator()...;
-};
-
 auto entryOf(auto &entries, std::string_view key)
 {
     return std::find_if(entries.begin(), entries.end(),
@@ -163,27 +157,19 @@ std::string MarlpostType::description() const
 
 bool MarlpostType::operator==(const MarlpostType &other) const
 {
-    return std::visit(
-        Overloaded{
-            []<typename A, typename B>(const A &a, const B &b)
-                requires(isInteger<A> && isInteger<B>)
-            { return std::cmp_equal(a, b);
-}
-, []<typename A, typename B>(const A &a, const B &b) requires(isNumber<A> &&isNumber<B> &&
-                                                              !(isInteger<A> && isInteger<B>))
-{
-    return double(a) == double(b);
-}
-, [&]<typename A, typename B>(const A &a, const B &b) requires(!(isNumber<A> && isNumber<B>))
-{
-    if constexpr (std::is_same_v<A, B>)
-        return a == b;
-    const auto text = jsonString(*this);
-    return text && text == jsonString(other);
-}
-} // namespace quillbay
-,
-        m_value, other.m_value);
+    const auto equals = [&]<typename A, typename B>(const A &a, const B &b) {
+        if constexpr (isInteger<A> && isInteger<B>) {
+            return std::cmp_equal(a, b);
+        } else if constexpr (isNumber<A> && isNumber<B>) {
+            return double(a) == double(b);
+        } else if constexpr (std::is_same_v<A, B>) {
+            return a == b;
+        } else {
+            const auto text = jsonString(*this);
+            return text && text == jsonString(other);
+        }
+    };
+    return std::visit(equals, m_value, other.m_value);
 }
 
 std::string marlpostDateText(MarlpostType::Date date)

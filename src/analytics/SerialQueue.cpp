@@ -1,5 +1,6 @@
 #include "analytics/SerialQueue.h"
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -25,6 +26,7 @@ struct SerialQueue::State
     std::deque<Task> tasks;
     std::uint64_t queuedCount = 0;
     std::uint64_t doneCount = 0;
+    std::uint64_t awaitedCount = 0; ///< Of done tasks, where somebody waits for so many.
     std::thread::id thread;
     bool isClosed = false;
 };
@@ -42,8 +44,9 @@ void SerialQueue::State::run()
         task();
         task = nullptr; // what it holds goes before the next one runs, and without the lock
         lock.lock();
-        ++doneCount;
-        done.notify_all();
+        // Whoever waits for many tasks is not woken by each.
+        if (++doneCount == awaitedCount)
+            done.notify_all();
     }
 }
 
@@ -87,7 +90,14 @@ bool SerialQueue::waitUntilDone(std::chrono::milliseconds bound) const
 {
     std::unique_lock lock(m_state->mutex);
     const std::uint64_t queued = m_state->queuedCount;
-    return m_state->done.wait_for(lock, bound, [&] { return m_state->doneCount >= queued; });
+    return m_state->done.wait_for(lock, bound, [&] {
+        const bool isDone = m_state->doneCount >= queued;
+        if (!isDone && m_state->doneCount >= m_state->awaitedCount)
+            m_state->awaitedCount = queued;
+        else if (!isDone)
+            m_state->awaitedCount = std::min(m_state->awaitedCount, queued);
+        return isDone;
+    });
 }
 
 } // namespace quillbay

@@ -12,8 +12,7 @@ constexpr auto Bound = std::chrono::minutes(2);
 
 std::shared_ptr<FlushingClient> FlushingClient::make(const MarlpostPersistence::Places &places,
                                                      const std::string &serverURL, bool useGzip,
-                                                     FlushRequest::Surroundings surroundings,
-                                                     std::function<void()> onSuccess)
+                                                     FlushRequest::Surroundings surroundings)
 {
     auto client = std::make_shared<FlushingClient>();
     auto options = MarlpostPersistence::defaultOptions();
@@ -21,7 +20,6 @@ std::shared_ptr<FlushingClient> FlushingClient::make(const MarlpostPersistence::
     client->m_persistence = std::make_unique<MarlpostPersistence>(Name, places, options);
     client->m_flush = std::make_unique<Flush>(serverURL, useGzip, std::move(surroundings));
     client->m_flush->setDelegate(client);
-    client->m_onSuccess = std::move(onSuccess);
     return client;
 }
 
@@ -58,8 +56,6 @@ void FlushingClient::flush(bool performFullFlush, std::function<void()> completi
 
 void FlushingClient::flushSuccess(FlushType type, std::vector<std::int32_t> ids)
 {
-    if (m_onSuccess)
-        return m_onSuccess();
     m_trackingQueue.async([self = shared_from_this(), type, ids = std::move(ids)] {
         self->m_persistence->removeEntitiesInBatch(type, ids);
     });

@@ -15,11 +15,9 @@ class FlushingClient final : public FlushDelegate, public std::enable_shared_fro
 public:
     static constexpr const char *Name = "0123abcd";
 
-    /// `onSuccess`, where given, is called in the place of the deletion of rows that the service took.
     static std::shared_ptr<FlushingClient>
     make(const MarlpostPersistence::Places &places, const std::string &serverURL, bool useGzip = false,
-         FlushRequest::Surroundings surroundings = FlushRequest::defaultSurroundings(),
-         std::function<void()> onSuccess = {});
+         FlushRequest::Surroundings surroundings = FlushRequest::defaultSurroundings());
 
     /// Stores entities {"event": "NAME 0", "properties": {"number": 0, ...}} and so on; true once they are.
     bool store(int count, PersistenceType type = PersistenceType::Events, const std::string &name = "event");
@@ -31,14 +29,11 @@ public:
     StoredEntities stored(PersistenceType type = PersistenceType::Events);
 
     Flush &sender() { return *m_flush; }
-    MarlpostPersistence &persistence() { return *m_persistence; } ///< For the tracking queue.
-    SerialQueue &trackingQueue() { return m_trackingQueue; }
     SerialQueue &networkQueue() { return m_networkQueue; }
 
 private:
     std::unique_ptr<MarlpostPersistence> m_persistence;
     std::unique_ptr<Flush> m_flush;
-    std::function<void()> m_onSuccess;
     SerialQueue m_trackingQueue{"tracking"};
     SerialQueue m_networkQueue{"network"};
 };

@@ -37,7 +37,8 @@ public:
         std::string fields; ///< Further header lines, each with its line end.
         Ending ending = Ending::Whole;
     };
-    /// Which reply the request gets; requests count from 0. Called on a thread of the service.
+    /// Which reply the request gets; requests count from 0. Called on a thread of the service; for each also
+    /// with -1 and an empty request, before it is read.
     using Script = std::function<Reply(const Request &request, int number)>;
 
     explicit HttpService(Script script = {});

@@ -1,5 +1,6 @@
 #include "analytics/FlushingClient.h"
 #include "analytics/HttpService.h"
+#include "foundation/Database.h"
 #include "support/TestHome.h"
 #include "support/TestProgram.h"
 
@@ -17,7 +18,7 @@ using testing::HttpService;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// What a client that is killed without warning leaves to the next one.
+/// What a client that ends without warning leaves to the next one.
 class KilledClientTest : public ::testing::Test
 {
 protected:
@@ -41,7 +42,7 @@ TEST_F(KilledClientTest, StoredEventsAreThere)
 {
     const HttpService service;
     {
-        auto program = writer(QStringLiteral("store"), QStringLiteral("25"));
+        auto program = writer(QStringLiteral("track"), QStringLiteral("25"));
         ASSERT_TRUE(program.waitFor(QStringLiteral("stored")));
         program.kill();
     }
@@ -74,16 +75,33 @@ TEST_F(KilledClientTest, BatchTakenButNotDeletedIsSentTwice)
 {
     const HttpService service;
     ASSERT_TRUE(successor(service)->store(3));
+    Database database;
+    ASSERT_TRUE(
+        database.open(places.folder + QStringLiteral("/0123abcd_MPDB.sqlite"), Database::Mode::ReadWrite));
+    ASSERT_TRUE(database.execute("CREATE TRIGGER keep BEFORE DELETE ON marlpost_0123abcd_events "
+                                 "BEGIN SELECT RAISE(ABORT, 'kept'); END"));
     {
         auto program = writer(QStringLiteral("flush"), QString::fromStdString(service.url()));
-        ASSERT_TRUE(program.waitFor(QStringLiteral("taken")));
+        ASSERT_TRUE(program.waitFor(QStringLiteral("[Marlpost - error] Failed to delete rows from table")));
         program.kill();
     }
+    ASSERT_TRUE(database.execute("DROP TRIGGER keep"));
     const auto next = successor(service);
     ASSERT_TRUE(next->flushAndWait());
     ASSERT_THAT(service.requests(), SizeIs(2));
     EXPECT_EQ(service.requests()[0].body, service.requests()[1].body);
     EXPECT_THAT(next->stored(), IsEmpty());
+}
+
+TEST_F(KilledClientTest, EndOfTheProgramWaitsForNoAnswer)
+{
+    const HttpService service(HttpService::Reply{200, "1", {}, HttpService::Ending::Silence});
+    ASSERT_TRUE(successor(service)->store(3));
+    auto program = writer(QStringLiteral("quit"), QString::fromStdString(service.url()));
+    ASSERT_TRUE(service.waitForRequests(1));
+    program.send("now");
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_THAT(successor(service)->stored(), SizeIs(3));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "analytics/SerialQueue.h"
 
+#include <atomic>
 #include <future>
 #include <memory>
 #include <mutex>
@@ -42,6 +43,20 @@ TEST(SerialQueueTest, RunsInOrderOnOneThreadWhoeverQueues)
     for (const auto &[producer, i] : ran)
         EXPECT_EQ(i, next[producer]++);
     EXPECT_EQ(ran.size(), std::size_t(4 * PerThread));
+}
+
+TEST(SerialQueueTest, EveryWaiterWakesWhenItsTasksAreDone)
+{
+    SerialQueue queue("waited for");
+    std::atomic_int late = 0;
+    for (int round = 0; round < 100; ++round) {
+        std::vector<std::jthread> waiters;
+        for (int i = 0; i < 4; ++i) {
+            queue.async([] { std::this_thread::yield(); });
+            waiters.emplace_back([&] { late += queue.waitUntilDone(Bound) ? 0 : 1; });
+        }
+    }
+    EXPECT_EQ(late, 0);
 }
 
 TEST(SerialQueueTest, WhatIsQueuedRunsThoughTheQueueIsGone)

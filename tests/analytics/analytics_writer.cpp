@@ -1,9 +1,11 @@
-// A process that is killed: analytics_writer FOLDER PREFERENCES store COUNT | flush URL
+// A process whose end a test watches: analytics_writer FOLDER PREFERENCES track COUNT | flush URL | quit URL
 //
-// Stores events and prints "stored", or flushes and prints "taken" when the service took a batch, before its
-// rows are deleted. Then it waits for its end.
+// Tracks events and prints "stored" when the tracking queue has run; or flushes, and prints the client's log.
+// Then it waits to be killed; with "quit" for a line, and ends as the program does.
 
 #include "analytics/FlushingClient.h"
+#include "analytics/Marlpost.h"
+#include "support/FakeDeviceIdentity.h"
 
 #include <QCoreApplication>
 
@@ -13,33 +15,37 @@
 
 #include <unistd.h>
 
-using namespace quillbay::testing;
-
-namespace {
-
-[[noreturn]] void announce(const char *what)
-{
-    std::puts(what);
-    std::fflush(stdout);
-    while (true)
-        ::pause();
-}
-
-} // namespace
+using namespace quillbay;
 
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     if (argc != 5)
         return EXIT_FAILURE;
-    const quillbay::MarlpostPersistence::Places places = {QString::fromLocal8Bit(argv[1]),
-                                                          QString::fromLocal8Bit(argv[2])};
-    const bool isStoring = std::string_view(argv[3]) == "store";
-    const auto client =
-        FlushingClient::make(places, isStoring ? "http://127.0.0.1:9" : argv[4], false,
-                             quillbay::FlushRequest::defaultSurroundings(), [] { announce("taken"); });
-    if (isStoring)
-        announce(client->store(std::atoi(argv[4])) ? "stored" : "failed");
-    client->flush(false, {});
-    announce("asked");
+    const std::string_view what = argv[3];
+    MarlpostOptions options;
+    options.token = testing::FlushingClient::Name;
+    options.flushInterval = 0;
+    options.proxyServerConfig = ProxyServerConfig{what == "track" ? "http://127.0.0.1:9" : argv[4], {}};
+    MarlpostSurroundings surroundings;
+    surroundings.device = std::make_shared<testing::FakeDeviceIdentity>();
+    surroundings.places = {QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2])};
+    const auto client = Marlpost::initialize(options, surroundings);
+    if (what == "track") {
+        for (int i = 0; i < std::atoi(argv[4]); ++i)
+            client->track("event");
+        std::puts(client->trackingQueue().waitUntilDone(std::chrono::minutes(1)) ? "stored" : "failed");
+        std::fflush(stdout);
+    } else {
+        client->setLoggingEnabled(true);
+        client->flush();
+    }
+    if (what == "quit") {
+        std::getchar();
+        if (!Marlpost::isIdle())
+            std::_Exit(EXIT_SUCCESS);
+        return EXIT_FAILURE;
+    }
+    while (true)
+        ::pause();
 }
