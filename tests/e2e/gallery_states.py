@@ -94,6 +94,12 @@ class Cards(States):
         self.hands.keys("Tab", "Home", *["Right"] * 5)
         self.gallery.wait_until_still()
 
+    def back(self):
+        super().back()
+        self.hands.keys("Tab", "Home")
+        self.gallery.wait_until_still()
+        self.hands.keys("ctrl+k")
+
     def show_unified(self):
         pass
 
