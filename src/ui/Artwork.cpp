@@ -42,6 +42,15 @@ QColor faded(QColor color, qreal opacity)
     return color;
 }
 
+/// One premultiplied colour on another.
+QRgb over(QRgb above, QRgb below)
+{
+    const int rest = 255 - qAlpha(above);
+    const auto mixed = [rest](int top, int bottom) { return top + (bottom * rest + 127) / 255; };
+    return qRgba(mixed(qRed(above), qRed(below)), mixed(qGreen(above), qGreen(below)),
+                 mixed(qBlue(above), qBlue(below)), mixed(qAlpha(above), qAlpha(below)));
+}
+
 /// How far a point lies outside a rounded rectangle around the origin; negative inside.
 qreal distanceToRoundedRect(QPointF point, QSizeF size, qreal radius)
 {
@@ -90,7 +99,8 @@ QVariant Artwork::panel(qreal width, qreal height, qreal radius, const QColor &c
     return finished(image);
 }
 
-QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, const QColor &color) const
+QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, const QColor &color,
+                         const QColor &ground) const
 {
     if (width <= 0 || height <= 0 || blur <= 0)
         return {};
@@ -98,12 +108,15 @@ QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, co
     const qreal ratio = std::min(1.0, pixelsPerDeviation / blur);
     QImage image = canvas(width + 6 * blur, height + 6 * blur, ratio);
     const QPointF centre(image.width() / ratio / 2, image.height() / ratio / 2);
+    const QRgb below = qPremultiply(ground.rgba());
     for (int y = 0; y < image.height(); ++y) {
         auto *line = reinterpret_cast<QRgb *>(image.scanLine(y));
         for (int x = 0; x < image.width(); ++x) {
             const QPointF point = QPointF(x + 0.5, y + 0.5) / ratio - centre;
             const qreal distance = distanceToRoundedRect(point, {width, height}, radius);
-            line[x] = qPremultiply(faded(color, 0.5 * std::erfc(distance / (blur * M_SQRT2))).rgba());
+            const QRgb above =
+                qPremultiply(faded(color, 0.5 * std::erfc(distance / (blur * M_SQRT2))).rgba());
+            line[x] = over(above, below);
         }
     }
     return finished(image);

@@ -101,10 +101,22 @@ FocusScope {
         }
     }
 
+    // The darkening is in the shadow's picture as far as that reaches, and the panel hides what is below it: on a large
+    // window half of the work of drawing it all.
     DimmedSurround {
         anchors.fill: parent
-        // Within the panel wherever it is round, and while it is still small.
-        hole: Qt.rect(panel.x + 24, panel.y + 24, panel.width - 48, panel.height - 48)
+        hole: shadow.reach
+        color: shadow.ground
+    }
+    FloatShadow {
+        id: shadow
+        x: panel.x
+        y: panel.y
+        width: panel.width
+        height: panel.height
+        hollow: true
+        ground: Qt.rgba(0, 0, 0, 0.45)
+        color: Qt.rgba(0, 0, 0, Theme.dark ? 0.4 : 0.15)
     }
     // Nothing reaches what is behind.
     MouseArea {
@@ -129,11 +141,6 @@ FocusScope {
         height: Math.min(500, parent.height - 48)
         scale: 0.98
 
-        FloatShadow {
-            anchors.fill: parent
-            hollow: true
-            color: Qt.rgba(0, 0, 0, Theme.dark ? 0.4 : 0.15)
-        }
         ModalBacking {
             anchors.fill: parent
         }

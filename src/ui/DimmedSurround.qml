@@ -2,35 +2,41 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 
-/*! Darkens everything but what an opaque panel covers anyway: on a large window half of the work of drawing it. */
+/*! One colour over everything but a rectangle in it, which may reach beyond. */
 Item {
     id: root
 
     /*! Left as it is. */
     required property rect hole
+    required property color color
+
+    readonly property real holeLeft: Math.max(0, Math.min(width, hole.left))
+    readonly property real holeRight: Math.max(holeLeft, Math.min(width, hole.right))
+    readonly property real holeTop: Math.max(0, Math.min(height, hole.top))
+    readonly property real holeBottom: Math.max(holeTop, Math.min(height, hole.bottom))
 
     component Part: Rectangle {
-        color: Qt.rgba(0, 0, 0, 0.45)
+        color: root.color
     }
 
     Part {
         width: root.width
-        height: root.hole.top
+        height: root.holeTop
     }
     Part {
-        y: root.hole.bottom
+        y: root.holeBottom
         width: root.width
         height: root.height - y
     }
     Part {
-        y: root.hole.top
-        width: root.hole.left
-        height: root.hole.height
+        y: root.holeTop
+        width: root.holeLeft
+        height: root.holeBottom - y
     }
     Part {
-        x: root.hole.right
-        y: root.hole.top
+        x: root.holeRight
+        y: root.holeTop
         width: root.width - x
-        height: root.hole.height
+        height: root.holeBottom - y
     }
 }
