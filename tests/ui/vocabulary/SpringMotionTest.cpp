@@ -50,8 +50,8 @@ private:
 class SpringMotionTest : public ::testing::Test
 {
 protected:
-    // The toolkit lets real time pass between the start of the first animation and that of the driver. With one that
-    // always runs no motion of a test is that first one.
+    // The toolkit lets real time pass between the start of the first animation and that of the driver. With
+    // one that always runs no motion of a test is that first one.
     SpringMotionTest()
     {
         m_beat.setDuration(std::numeric_limits<int>::max());
