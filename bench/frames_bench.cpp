@@ -12,6 +12,7 @@
 // columns.
 
 #include "bench/FrameMeter.h"
+#include "bench/OwnDisplay.h"
 #include "library/AppIconLoader.h"
 #include "support/TestHome.h"
 #include "support/TestLibrary.h"
@@ -25,7 +26,6 @@
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <QProcess>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -439,38 +439,6 @@ private:
     Pictures m_modalPictures;
     QQuickItem *m_floor = nullptr;
     QQuickItem *m_floorGrid = nullptr;
-};
-
-/// An X server as large as the window, ended with the object. None where there is a display.
-class OwnDisplay
-{
-public:
-    OwnDisplay()
-    {
-        qputenv("QT_QPA_PLATFORM", "xcb");
-        if (qEnvironmentVariableIsSet("DISPLAY"))
-            return;
-        m_server.setStandardErrorFile(QProcess::nullDevice());
-        m_server.start(QStringLiteral("Xvfb"),
-                       {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                        QStringLiteral("0"), QStringLiteral("1440x900x24"), QStringLiteral("-nolisten"),
-                        QStringLiteral("tcp"), QStringLiteral("-noreset")});
-        while (!m_server.canReadLine()) {
-            if (!m_server.waitForReadyRead(20000))
-                stop("the X server did not start");
-        }
-        qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
-    }
-    ~OwnDisplay()
-    {
-        m_server.terminate();
-        m_server.waitForFinished();
-    }
-    OwnDisplay(const OwnDisplay &) = delete;
-    OwnDisplay &operator=(const OwnDisplay &) = delete;
-
-private:
-    QProcess m_server;
 };
 
 void measure(int rounds, QByteArrayView part)

@@ -1,8 +1,10 @@
-// What a key typed in a sticky note costs the main thread: tools_bench [ROUNDS]
+// What a key typed in a sticky note costs the main thread, and another workspace's notes: tools_bench
+// [ROUNDS]
 //
 // Types letters into the open popover. A key's time is that of its event, from the window's to the editor's,
 // the note's and the written list. In turns with it, as the floor: SQLite alone writes the same bytes, to a
-// database of the same kind beside the preferences.
+// database of the same kind beside the preferences. Then goes between two workspaces with as many notes, the
+// popover open.
 
 #include "app/QuillbayViewModel.h"
 #include "foundation/Database.h"
@@ -204,6 +206,23 @@ void measure(Stage &stage, int count, int length, int rounds, double limit, doub
     std::printf("\n");
 }
 
+void measureSwitch(Stage &stage, int count, int length, int rounds)
+{
+    WorkspaceManager &workspaces = *stage.library.workspaces;
+    const QUuid first = workspaces.activeWorkspaceID();
+    workspaces.createWorkspace(QStringLiteral("Other"), {}, {});
+    const QUuid second = workspaces.activeWorkspaceID();
+    stage.storage().setStickyNotes(madeNotes(count, length));
+    stage.storage().saveNotes();
+    Times switches;
+    for (int round = 0; round < rounds; ++round) {
+        QCoreApplication::processEvents();
+        switches.take([&] { workspaces.setActiveWorkspaceID(round % 2 == 0 ? first : second); });
+    }
+    std::printf("to a workspace with %d notes of %d kB: median %.2f ms, longest %.2f   (limit 16)\n", count,
+                length / 1000, part(switches.elapsed, 50), part(switches.elapsed, 100));
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -216,5 +235,6 @@ int main(int argc, char **argv)
     Stage stage;
     measure(stage, 50, 2000, rounds, 4, 0);
     measure(stage, 200, 10000, rounds, 0, 1.5);
+    measureSwitch(stage, 200, 10000, rounds);
     return EXIT_SUCCESS;
 }

@@ -5,7 +5,7 @@
 // what they do to the main thread: how long a call posted to it at any time during the scan waits, and the
 // longest time that it spends on one event.
 
-#include "platform/linux/uninstalling/LinuxResidualLayout.h"
+#include "bench/MadeHome.h"
 #include "uninstaller/AppUninstallerScanner.h"
 #include "uninstaller/DirectorySize.h"
 
@@ -18,8 +18,6 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
-#include <filesystem>
 #include <thread>
 #include <vector>
 
@@ -32,50 +30,7 @@ using namespace quillbay;
 
 namespace {
 
-constexpr int fileCount = 200'000;
-constexpr int entriesPerRoot = 3'000;
 constexpr double frame = 1000.0 / 60; ///< Milliseconds.
-
-double now()
-{
-    timespec time = {};
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
-}
-
-[[noreturn]] void fail(const QByteArray &what)
-{
-    std::perror(what.constData());
-    std::exit(EXIT_FAILURE);
-}
-
-void makeFile(const QByteArray &path, int size)
-{
-    const int file = ::open(path.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
-    if (file < 0 || ::ftruncate(file, size) != 0)
-        fail(path);
-    ::close(file);
-}
-
-void makeFolder(const QByteArray &path)
-{
-    std::error_code error;
-    std::filesystem::create_directories(path.toStdString(), error);
-    if (error)
-        fail(path);
-}
-
-/// So many files, a hundred a folder, ten folders in each folder above.
-void makeTree(const QByteArray &top, int files)
-{
-    for (int made = 0; made < files; made += 100) {
-        const QByteArray folder =
-            top + "/part-" + QByteArray::number(made / 1000) + "/folder-" + QByteArray::number(made / 100);
-        makeFolder(folder);
-        for (int i = made; i < std::min(files, made + 100); ++i)
-            makeFile(folder + "/some-file-" + QByteArray::number(i) + ".dat", i % 9000);
-    }
-}
 
 double timeOfDu(const QByteArray &path)
 {
@@ -101,7 +56,7 @@ double median(std::vector<double> values)
 
 void measureSize(const QByteArray &folder, int rounds)
 {
-    makeTree(folder, fileCount);
+    makeTree(folder, madeFileCount);
     std::vector<double> own;
     std::vector<double> du;
     qint64 size = 0;
@@ -115,7 +70,8 @@ void measureSize(const QByteArray &folder, int rounds)
         du.push_back(duTime);
     }
     std::printf("directorySize, %d files of %lld bytes: %.1f ms, du %.1f ms, ratio %.2f   (limit 1.0)\n",
-                fileCount, static_cast<long long>(size), median(own), median(du), median(own) / median(du));
+                madeFileCount, static_cast<long long>(size), median(own), median(du),
+                median(own) / median(du));
 }
 
 /// Times every event that the main thread handles.
@@ -134,49 +90,6 @@ public:
         return result;
     }
 };
-
-class MadeRoots final : public platform::ResidualRoots
-{
-public:
-    explicit MadeRoots(const platform::ResidualLayout &layout)
-        : m_layout(layout)
-    {
-    }
-    platform::ResidualLayout layout() const override { return m_layout; }
-    platform::ApplicationFacts factsOf(const QString &, const QString &) const override
-    {
-        return {QStringLiteral("org.example.Acme"), {}, {}, {}};
-    }
-    std::optional<QList<QByteArray>> mountPoints() const override { return QList<QByteArray>{"/"}; }
-
-private:
-    platform::ResidualLayout m_layout;
-};
-
-/// A tenth of each folder's entries belong to the application; those of the two largest hold all files.
-platform::ResidualLayout makeHome(const QByteArray &root)
-{
-    platform::LinuxBaseFolders folders = platform::LinuxBaseFolders::inHome(root + "/home");
-    folders.systemRoot = root;
-    const platform::ResidualLayout layout = linuxResidualLayout(folders);
-    for (const QList<QByteArray> &roots : {layout.preferences, layout.appSupport, layout.caches, layout.logs,
-                                           layout.launchAgents, layout.crashReports, layout.extensions}) {
-        for (const QByteArray &folder : roots) {
-            makeFolder(folder);
-            const bool isLarge = folder == folders.dataHome || folder == folders.cacheHome;
-            for (int i = 0; i < entriesPerRoot; ++i) {
-                const QByteArray entry = folder + '/' +
-                                         (i % 10 == 0 ? "org.example.acme-" : "org.other.program-") +
-                                         QByteArray::number(i);
-                if (isLarge && i % 10 == 0)
-                    makeTree(entry, fileCount / 2 / (entriesPerRoot / 10));
-                else
-                    makeFile(entry, i);
-            }
-        }
-    }
-    return layout;
-}
 
 void measureScan(TimedApplication &application, const platform::ResidualLayout &layout, const QString &name)
 {

@@ -93,7 +93,7 @@ int run(QGuiApplication &application, platform::ApplicationService &service, boo
     Screens screens(types, app.viewModel(), workspaces, notifications, uninstaller, tools);
     if (!screens.window())
         return 1;
-    app.finishLaunching(*screens.window(), show);
+    app.finishLaunching(*screens.window(), show, [&tools] { return tools.isRulerShowing(); });
     const int status = application.exec();
     AppIconLoader::shutDown();
     return status;

@@ -1,6 +1,7 @@
 #include "app/AppDelegate.h"
 
 #include "app/MainWindow.h"
+#include "foundation/NotificationCenter.h"
 #include "foundation/PreferenceStore.h"
 #include "platform/ApplicationService.h"
 
@@ -48,6 +49,8 @@ void AppDelegate::applicationDidFinishLaunching(bool show)
 void AppDelegate::applicationShouldHandleReopen(const QString &activationToken)
 {
     m_around.mainWindow.bringForward(activationToken);
+    if (m_around.isRulerShowing && m_around.isRulerShowing())
+        Q_EMIT m_around.notifications.quillbayAppReopened();
 }
 
 void AppDelegate::performAction(const QString &action, const QVariantList &parameters)

@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include <functional>
+
 namespace quillbay {
 
 class MainWindow;
@@ -31,6 +33,8 @@ public:
         NotificationCenter &notifications;
         platform::ApplicationService &service;
         platform::GlobalHotkey &hotkey;
+        /// Whether the screen ruler is showing; without it none ever is.
+        std::function<bool()> isRulerShowing = {};
     };
 
     explicit AppDelegate(const Surroundings &surroundings, QObject *parent = nullptr);
@@ -39,7 +43,8 @@ public:
     /// to serve: then the window waits for the first activation.
     void applicationDidFinishLaunching(bool show);
 
-    /// The program was started again or its icon clicked: the window comes back with all its state.
+    /// The program was started again or its icon clicked: the window comes back with all its state,
+    /// and with the measure popover where the ruler is showing.
     void applicationShouldHandleReopen(const QString &activationToken);
 
 Q_SIGNALS:

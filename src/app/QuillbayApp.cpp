@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <utility>
 
 namespace quillbay {
 
@@ -58,11 +59,12 @@ QuillbayApp::QuillbayApp(platform::Platform &platform, platform::ApplicationServ
 
 QuillbayApp::~QuillbayApp() = default;
 
-void QuillbayApp::finishLaunching(QQuickWindow &window, bool show)
+void QuillbayApp::finishLaunching(QQuickWindow &window, bool show, std::function<bool()> isRulerShowing)
 {
     m_mainWindow = std::make_unique<MainWindow>(window, *m_platform.windowEffects);
-    m_appDelegate = std::make_unique<AppDelegate>(AppDelegate::Surroundings{
-        *m_mainWindow, m_preferences, m_notifications, m_service, *m_platform.hotkey});
+    m_appDelegate = std::make_unique<AppDelegate>(
+        AppDelegate::Surroundings{*m_mainWindow, m_preferences, m_notifications, m_service,
+                                  *m_platform.hotkey, std::move(isRulerShowing)});
     connect(&m_viewModel, &SecurityLock::returnToFrontRequested, m_mainWindow.get(), [this, &window] {
         // A window that the user has closed meanwhile stays closed.
         if (window.isVisible())

@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 
 class QQuickWindow;
@@ -40,8 +41,9 @@ public:
 
     QuillbayViewModel &viewModel() { return m_viewModel; }
 
-    /// The window exists; it must outlive the event loop. Shows it unless `show` is false.
-    void finishLaunching(QQuickWindow &window, bool show);
+    /// The window exists; it must outlive the event loop. Shows it unless `show` is false. `isRulerShowing`
+    /// is asked when the program is opened again.
+    void finishLaunching(QQuickWindow &window, bool show, std::function<bool()> isRulerShowing = {});
 
 Q_SIGNALS:
     /// A URL was opened into the program. Those of the start come while it finishes launching.

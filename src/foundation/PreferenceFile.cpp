@@ -38,6 +38,11 @@ constexpr const char *LayoutSql = "PRAGMA page_size = 16384;"
                                   "COMMIT;"
                                   "PRAGMA journal_mode = WAL";
 
+// The journal keeps the room that it regularly needs: what is cut off has to be claimed from the file system
+// again by the next writes. It goes when the program ends.
+constexpr const char *ConnectionSql = "PRAGMA synchronous = NORMAL;"
+                                      "PRAGMA journal_size_limit = 16777216";
+
 PreferenceFile::Value valueOf(const Statement &row, int column)
 {
     switch (row.type(column)) {
@@ -132,7 +137,7 @@ struct PreferenceFile::Connection
             return problem(State::Unusable, *error);
         if (!database.open(files.path(), Database::Mode::ReadWrite) ||
             !database.setJournalKeptAtClose(true) || !database.setBusyTimeout(BusyTimeout) ||
-            !database.execute("PRAGMA synchronous = NORMAL; PRAGMA journal_size_limit = 4194304")) {
+            !database.execute(ConnectionSql)) {
             noteError(database);
             return failed();
         }

@@ -54,8 +54,9 @@ Statement &Statement::bindText(int index, const QString &value)
     if (!m_handle)
         return *this;
     const QByteArray utf8 = value.toUtf8();
+    m_bound.append(utf8);
     return checkBound(sqlite3_bind_text64(m_handle.get(), index, utf8.constData(),
-                                          static_cast<sqlite3_uint64>(utf8.size()), SQLITE_TRANSIENT,
+                                          static_cast<sqlite3_uint64>(utf8.size()), SQLITE_STATIC,
                                           SQLITE_UTF8));
 }
 
@@ -63,9 +64,10 @@ Statement &Statement::bindBlob(int index, const QByteArray &value)
 {
     if (!m_handle)
         return *this;
+    m_bound.append(value);
     // constData() of an empty array points to a terminator: never null, which SQLite would take for NULL.
     return checkBound(sqlite3_bind_blob64(m_handle.get(), index, value.constData(),
-                                          static_cast<sqlite3_uint64>(value.size()), SQLITE_TRANSIENT));
+                                          static_cast<sqlite3_uint64>(value.size()), SQLITE_STATIC));
 }
 
 Statement::Result Statement::step()
@@ -89,6 +91,7 @@ bool Statement::reset()
     m_errorText.clear();
     const int ended = sqlite3_reset(m_handle.get());
     const int cleared = sqlite3_clear_bindings(m_handle.get());
+    m_bound.clear();
     return ended == SQLITE_OK && cleared == SQLITE_OK;
 }
 

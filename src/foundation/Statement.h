@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QByteArrayView>
+#include <QList>
 #include <QString>
 
 #include <memory>
@@ -34,9 +35,9 @@ public:
 
     bool isPrepared() const { return m_handle != nullptr; }
 
-    /// Binding, by the position of the parameter, from 1. The value is copied. Text goes in as UTF-8,
-    /// embedded NULs included; an empty value is empty, not null; a double that is not a number would become
-    /// null, and is refused.
+    /// Binding, by the position of the parameter, from 1. The value is shared until `reset`, not copied. Text
+    /// goes in as UTF-8, embedded NULs included; an empty value is empty, not null; a double that is not a
+    /// number would become null, and is refused.
     Statement &bindNull(int index);
     Statement &bindInteger(int index, qint64 value);
     Statement &bindDouble(int index, double value);
@@ -71,6 +72,7 @@ private:
     Statement &checkBound(int code);
     void fail(int code, const char *text);
 
+    QList<QByteArray> m_bound; ///< What SQLite reads from; before the statement, so that it outlives it.
     std::unique_ptr<sqlite3_stmt, Finalizer> m_handle;
     int m_errorCode = 0;
     QString m_errorText;

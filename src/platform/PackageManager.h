@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QByteArrayList>
 #include <QString>
 #include <QStringList>
 
@@ -105,6 +106,10 @@ public:
     /// The owner of an application's file (an entry, a bundle, an image), at an absolute path in the bytes of
     /// the file system. No package and no error: it belongs to none.
     virtual PackageOwner owner(const QByteArray &applicationFile) const = 0;
+
+    /// Those of these files that came with a package, and those of which nobody can tell: where it can be,
+    /// by one question for all of them.
+    virtual QByteArrayList ofPackages(const QByteArrayList &files) const = 0;
 
     virtual RemovalPreview simulateRemoval(const Package &package, PackageData data) const = 0;
 

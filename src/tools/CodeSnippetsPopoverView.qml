@@ -24,7 +24,11 @@ Popover {
     title: qsTr("Code Snippets")
     padding: 16
     contentWidth: 320 - 2 * padding
-    contentHeight: header.height + 12 + formPlace.height + search.height + 12 + 240
+    contentHeight: aboveList + Math.max(100, Math.min(240, room - aboveList))
+
+    readonly property real aboveList: header.height + 12 + formPlace.height + search.height + 12
+    /*! Between its button and the window's lower edge; in a low window the list is lower, too. */
+    readonly property real room: parent ? parent.Window.height - parent.mapToItem(null, 0, parent.height + 8).y - margins - 2 * padding : 0
 
     Behavior on formOpened {
         EaseInOut {

@@ -39,6 +39,7 @@ ColorPicker::ColorPicker(platform::ColorSampler &sampler, WorkspaceStorage &stor
 
 void ColorPicker::begin()
 {
+    ++m_opening;
     setHexColor({});
     setCopyMessage({});
 }
@@ -72,7 +73,10 @@ void ColorPicker::choose(const QString &hex)
     copyToClipboard(hex);
     setHexColor(hex);
     setCopyMessage(tr("HEX Copied!"));
-    QTimer::singleShot(messageTime, this, [this] { setCopyMessage({}); });
+    QTimer::singleShot(messageTime, this, [this, opening = m_opening] {
+        if (opening == m_opening)
+            setCopyMessage({});
+    });
 }
 
 void ColorPicker::remember(const QString &hex)

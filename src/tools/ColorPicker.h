@@ -59,6 +59,7 @@ private:
     WorkspaceStorage &m_storage;
     QString m_hexColor;
     QString m_copyMessage;
+    int m_opening = 0; ///< A message of an earlier one has gone with it.
 };
 
 } // namespace quillbay

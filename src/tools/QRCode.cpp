@@ -4,6 +4,7 @@
 #include <QStringEncoder>
 #include <qrencode.h>
 
+#include <cstring>
 #include <memory>
 
 namespace quillbay {
@@ -61,7 +62,24 @@ QRCode::QRCode(const QString &text)
 
 QImage QRCode::image() const
 {
-    return isNull() ? QImage() : framed(m_modules, width() * scale, (width() + 2 * margin) * scale);
+    if (isNull())
+        return {};
+    const int side = (width() + 2 * margin) * scale;
+    QImage image(side, side, QImage::Format_Mono);
+    image.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+    image.fill(0);
+    for (int y = 0; y < width(); ++y) {
+        const int top = (margin + y) * scale;
+        for (int x = 0; x < width(); ++x) {
+            if (m_modules.pixel(x, y) != qRgb(0, 0, 0))
+                continue;
+            for (int step = 0; step < scale; ++step)
+                image.setPixel((margin + x) * scale + step, top, 1);
+        }
+        for (int line = 1; line < scale; ++line)
+            std::memcpy(image.scanLine(top + line), image.constScanLine(top), size_t(image.bytesPerLine()));
+    }
+    return image;
 }
 
 QImage QRCode::preview(int side) const

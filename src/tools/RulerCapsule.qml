@@ -11,6 +11,8 @@ Item {
     required property int measuredWidth
     required property int measuredHeight
 
+    readonly property alias radius: plate.radius
+
     signal closed
 
     implicitHeight: content.implicitHeight + 2 * 12
@@ -23,6 +25,7 @@ Item {
         color: Qt.rgba(0, 0, 0, 0.25)
     }
     Rectangle {
+        id: plate
         anchors.fill: parent
         radius: 16
         color: Qt.rgba(0.11, 0.11, 0.12, 0.82)
@@ -60,7 +63,7 @@ Item {
                 }
                 text: qsTr("MEASURE OVERLAY")
                 textFormat: Text.PlainText
-                color: "#4da3ff"
+                color: "#0a84ff"
                 font {
                     pixelSize: 9
                     bold: true
@@ -70,9 +73,11 @@ Item {
         }
         Row {
             anchors.horizontalCenter: parent.horizontalCenter
-            spacing: 20
+            // Closer in a small ruler and with long numbers.
+            spacing: Math.max(6, Math.min(20, Math.floor((content.width - across.width - down.width - 1) / 2)))
 
             Readout {
+                id: across
                 letter: qsTr("W")
                 label: qsTr("Width")
                 length: root.measuredWidth
@@ -84,6 +89,7 @@ Item {
                 color: Qt.rgba(1, 1, 1, 0.15)
             }
             Readout {
+                id: down
                 letter: qsTr("H")
                 label: qsTr("Height")
                 length: root.measuredHeight

@@ -56,7 +56,8 @@ void RulerManager::showRuler()
     m_window.reset(
         new RulerWindow(QUrl(QStringLiteral("qrc:/qt-project.org/imports/Quillbay/Ui/RulerView.qml"))));
     const QSize size = m_window->size();
-    m_window->setPosition(screen.center() - QPoint(size.width() / 2, size.height() / 2));
+    m_window->setPosition(screen.x() + (screen.width() - size.width()) / 2,
+                          screen.y() + (screen.height() - size.height()) / 2);
     connect(m_window.get(), &RulerWindow::liveResizeEnded, this, &RulerManager::windowDidEndLiveResize);
     // The desktop has ways of its own to close a window.
     connect(m_window.get(), &QWindow::visibleChanged, this, [this](bool visible) {

@@ -12,6 +12,7 @@ Item {
     property bool seeThrough: true
     /*! What must be seen besides the edges where nothing shows through. */
     readonly property rect solidArea: Qt.rect(capsule.x, capsule.y, capsule.width, capsule.height)
+    readonly property real solidRadius: capsule.radius
 
     opacity: 0.98
 

@@ -1,6 +1,7 @@
 #include "tools/RulerWindow.h"
 
 #include <QEvent>
+#include <QPainterPath>
 #include <QQuickItem>
 #include <QRegion>
 #include <QResizeEvent>
@@ -63,8 +64,12 @@ void RulerWindow::cutOut()
     const QRect whole({}, size());
     QRegion region(whole);
     region -= whole.adjusted(edge, edge, -edge, -edge);
-    if (const QQuickItem *content = rootObject())
-        region += content->property("solidArea").toRectF().toAlignedRect();
+    if (const QQuickItem *content = rootObject()) {
+        const qreal radius = content->property("solidRadius").toReal();
+        QPainterPath solid;
+        solid.addRoundedRect(content->property("solidArea").toRectF(), radius, radius);
+        region += QRegion(solid.toFillPolygon().toPolygon());
+    }
     setMask(region);
 }
 

@@ -25,7 +25,7 @@ public:
     void setSize(QSize size);
 
     /// Where nothing shows through: the window is as if it had a hole where its content draws only lines, and
-    /// consists of its edges and of what the content tells by its property `solidArea`.
+    /// consists of its edges and of what the content tells by its properties `solidArea` and `solidRadius`.
     void setOpaque();
 
 Q_SIGNALS:

@@ -12,8 +12,8 @@ ProminentButton {
 
     verticalPadding: 7
     contentItem: Item {
-        implicitWidth: childrenRect.width
-        implicitHeight: childrenRect.height
+        implicitWidth: children[0].implicitWidth
+        implicitHeight: children[0].implicitHeight
 
         Row {
             anchors.centerIn: parent

@@ -18,8 +18,17 @@ Tools::~Tools() = default;
 WorkspaceStorage &Tools::storage()
 {
     if (!m_storage)
-        m_storage = std::make_unique<WorkspaceStorage>(m_preferences, m_workspaces, m_notifications);
+        m_storage = std::make_unique<WorkspaceStorage>(m_preferences, m_workspaces, m_notifications,
+                                                       std::move(m_archive));
     return *m_storage;
+}
+
+void Tools::loadStorage()
+{
+    if (m_storage || m_archive)
+        return;
+    m_archive = std::make_unique<StickyNotesArchive>(m_preferences, m_workspaces);
+    m_archive->readAhead([this] { storage(); });
 }
 
 ColorPicker &Tools::colorPicker()

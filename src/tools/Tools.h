@@ -24,8 +24,13 @@ public:
 
     /// Loaded by the first call.
     WorkspaceStorage &storage();
+    /// Has it loaded soon, without holding up the main thread by the decoding.
+    void loadStorage();
     ColorPicker &colorPicker();
     RulerManager &rulerManager();
+
+    /// Makes nothing.
+    bool isRulerShowing() const { return m_rulerManager && m_rulerManager->isRulerShowing(); }
 
 private:
     PreferenceStore m_preferences;
@@ -33,6 +38,7 @@ private:
     NotificationCenter &m_notifications;
     platform::ColorSampler &m_colorSampler;
     const platform::WindowEffects &m_windowEffects;
+    std::unique_ptr<StickyNotesArchive> m_archive; ///< While it reads ahead of the storage.
     std::unique_ptr<WorkspaceStorage> m_storage;
     std::unique_ptr<ColorPicker> m_colorPicker;
     std::unique_ptr<RulerManager> m_rulerManager;

@@ -231,6 +231,9 @@ FocusScope {
         function onQuillbaySearchFocusRequested() {
             root.focusSearch();
         }
+        function onQuillbayAppReopened() {
+            root.showingMeasureRuler = true;
+        }
     }
     Connections {
         target: root.hostWindow
@@ -239,11 +242,8 @@ FocusScope {
             root.isPainted = true;
         }
     }
-    Connections {
-        target: root.hostWindow
-        function onActiveChanged() {
-            if (root.hostWindow.active)
-                root.focusSearch();
-        }
+    WindowReturn {
+        window: root.hostWindow
+        onReturned: root.focusSearch()
     }
 }

@@ -102,6 +102,9 @@ FocusScope {
     }
     StagePlace {
         file: "UninstallReview.qml"
+        // All its parts at once would hold the others' motion up.
+        asynchronous: true
+        onStatusChanged: console.log("status", status)
         present: root.stage === UninstallerFlow.Review
     }
     StagePlace {

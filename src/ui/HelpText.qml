@@ -32,6 +32,9 @@ Rectangle {
     color: Theme.mix(Theme.windowBackground, "white", Theme.dark ? 0.08 : 0.85)
     border.color: Theme.fade(Theme.primary, 0.15)
 
+    Accessible.role: Accessible.ToolTip
+    Accessible.name: text
+
     Text {
         id: label
         anchors.centerIn: parent

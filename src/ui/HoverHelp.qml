@@ -15,6 +15,12 @@ Loader {
     z: 100
     active: false
     source: "HelpText.qml"
+    // What a press has changed is told the next time.
+    onTextChanged: {
+        const help = item as HelpText;
+        if (help)
+            help.target = null;
+    }
     onHoveredChanged: {
         if (hovered)
             active = true;

@@ -39,9 +39,22 @@ ListView {
     section {
         property: "category"
         labelPositioning: ViewSection.InlineLabels | ViewSection.CurrentLabelAtStart
-        delegate: CategorySectionHeader {
+        // A heading serves one category after the other. It hears of the next by its context alone, which nothing that has
+        // required properties is given.
+        delegate: Item {
+            id: heading
+
+            readonly property string category: section
+
             width: root.width
-            flow: root.flow
+            height: header.implicitHeight
+
+            CategorySectionHeader {
+                id: header
+                width: parent.width
+                flow: root.flow
+                section: heading.category
+            }
         }
     }
     delegate: ResidualFileRow {

@@ -88,6 +88,9 @@ Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceMana
     m_content.reset(content.create());
     for (const QQmlError &error : content.errors())
         qWarning("%s", qUtf8Printable(error.toString()));
+    // Without it nothing is made asynchronously, whatever a loader asks for.
+    if (QQuickWindow *shown = window())
+        types.m_engine.setIncubationController(shown->incubationController());
     loadToolsLater(tools);
 }
 
@@ -97,7 +100,7 @@ void Screens::loadToolsLater(Tools &tools)
     if (!shown)
         return;
     const auto load = [shown, &tools] {
-        QTimer::singleShot(toolsDelay, shown, [&tools] { tools.storage(); });
+        QTimer::singleShot(toolsDelay, shown, [&tools] { tools.loadStorage(); });
     };
     const auto type = Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection);
     QObject::connect(shown, &QQuickWindow::frameSwapped, shown, load, type);

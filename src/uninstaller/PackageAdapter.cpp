@@ -65,13 +65,7 @@ std::optional<ApplicationOwner> PackageAdapter::ownerOf(const QByteArray &path)
 
 QList<QByteArray> PackageAdapter::ofPackages(const QList<QByteArray> &paths) const
 {
-    QList<QByteArray> result;
-    for (const QByteArray &path : m_manager ? paths : QList<QByteArray>()) {
-        const platform::PackageOwner owner = m_manager->owner(path);
-        if (owner.package || !owner.error.isEmpty())
-            result.append(path);
-    }
-    return result;
+    return m_manager ? m_manager->ofPackages(paths) : QList<QByteArray>();
 }
 
 std::optional<Package> PackageAdapter::packageOf(const QString &reference) const

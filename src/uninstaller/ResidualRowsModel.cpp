@@ -7,17 +7,22 @@
 #include <QFile>
 
 #include <algorithm>
+#include <utility>
 
 namespace quillbay {
 
 namespace {
 
-QList<AppResidualFile> inOrder(QList<AppResidualFile> files)
+QList<AppResidualFile> inOrder(const QList<AppResidualFile> &files)
 {
-    std::stable_sort(files.begin(), files.end(), [](const AppResidualFile &a, const AppResidualFile &b) {
+    const auto isBefore = [](const AppResidualFile &a, const AppResidualFile &b) {
         return a.category < b.category;
-    });
-    return files;
+    };
+    if (std::is_sorted(files.cbegin(), files.cend(), isBefore))
+        return files;
+    QList<AppResidualFile> ordered = files;
+    std::stable_sort(ordered.begin(), ordered.end(), isBefore);
+    return ordered;
 }
 
 } // namespace
@@ -26,10 +31,9 @@ void ResidualRowsModel::setFiles(const QList<AppResidualFile> &files)
 {
     const QList<AppResidualFile> ordered = inOrder(files);
     const int before = count();
-    const auto isSame = [](const Row &row, const AppResidualFile &file) { return row.file.id == file.id; };
     auto next = ordered.cbegin();
-    for (const Row &row : std::as_const(m_rows)) {
-        if (next != ordered.cend() && isSame(row, *next))
+    for (const AppResidualFile &row : std::as_const(m_rows)) {
+        if (next != ordered.cend() && row.id == next->id)
             ++next;
     }
     if (next != ordered.cend()) {
@@ -46,17 +50,14 @@ void ResidualRowsModel::replace(const QList<AppResidualFile> &files)
 {
     removeMissing({});
     beginInsertRows({}, 0, int(files.size()) - 1);
-    for (const AppResidualFile &file : files)
-        m_rows.append({file, rowIcon(file)});
+    m_rows = files;
     endInsertRows();
 }
 
 void ResidualRowsModel::removeMissing(const QList<AppResidualFile> &files)
 {
     qsizetype kept = files.size();
-    const auto isKept = [&](qsizetype row) {
-        return kept > 0 && files.at(kept - 1).id == m_rows.at(row).file.id;
-    };
+    const auto isKept = [&](qsizetype row) { return kept > 0 && files.at(kept - 1).id == m_rows.at(row).id; };
     for (qsizetype row = m_rows.size() - 1; row >= 0; --row) {
         if (isKept(row)) {
             --kept;
@@ -73,15 +74,14 @@ void ResidualRowsModel::removeMissing(const QList<AppResidualFile> &files)
 
 void ResidualRowsModel::updateSelection(const QList<AppResidualFile> &files)
 {
-    const auto differs = [&](qsizetype row) {
-        return m_rows.at(row).file.isSelected != files.at(row).isSelected;
-    };
-    for (qsizetype row = 0; row < m_rows.size(); ++row) {
+    const QList<AppResidualFile> before = std::exchange(m_rows, files);
+    const auto differs = [&](qsizetype row) { return before.at(row).isSelected != files.at(row).isSelected; };
+    for (qsizetype row = 0; row < files.size(); ++row) {
         if (!differs(row))
             continue;
         const qsizetype first = row;
-        for (; row < m_rows.size() && differs(row); ++row)
-            m_rows[row].file.isSelected = files.at(row).isSelected;
+        while (row < files.size() && differs(row))
+            ++row;
         Q_EMIT dataChanged(index(int(first)), index(int(row) - 1), {IsSelectedRole});
     }
 }
@@ -91,18 +91,18 @@ ResidualCategorySummary ResidualRowsModel::summary(const QString &category) cons
     ResidualCategorySummary summary;
     qint64 size = 0;
     int selected = 0;
-    for (const Row &row : m_rows) {
-        if (rawValue(row.file.category) != category)
-            continue;
-        ++summary.count;
-        selected += row.file.isSelected ? 1 : 0;
-        size = addByteCounts(size, row.file.sizeBytes);
-    }
     const auto known = std::find_if(allResidualCategories.begin(), allResidualCategories.end(),
                                     [&](ResidualCategory one) { return rawValue(one) == category; });
     if (known != allResidualCategories.end()) {
         summary.icon = systemIconName(*known);
         summary.accentColor = quillbay::accentColor(*known);
+        for (const AppResidualFile &row : m_rows) {
+            if (row.category != *known)
+                continue;
+            ++summary.count;
+            selected += row.isSelected ? 1 : 0;
+            size = addByteCounts(size, row.sizeBytes);
+        }
     }
     summary.countText = QStringLiteral("(%1 item%2)")
                             .arg(summary.count)
@@ -121,27 +121,27 @@ QVariant ResidualRowsModel::data(const QModelIndex &index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row &row = m_rows.at(index.row());
+    const AppResidualFile &row = m_rows.at(index.row());
     switch (role) {
     case RowIdRole:
-        return row.file.id.toString(QUuid::WithoutBraces);
+        return row.id.toString(QUuid::WithoutBraces);
     case Qt::DisplayRole:
     case NameRole:
-        return row.file.displayName;
+        return row.displayName;
     case PathRole:
-        return shownPath(QFile::decodeName(row.file.path), QDir::homePath());
+        return shownPath(QFile::decodeName(row.path), QDir::homePath());
     case IconRole:
-        return row.icon;
+        return rowIcon(row);
     case SizeTextRole:
-        return byteCountText(row.file.sizeBytes);
+        return byteCountText(row.sizeBytes);
     case IsSelectedRole:
-        return row.file.isSelected;
+        return row.isSelected;
     case IsUserDeletableRole:
-        return row.file.isUserDeletable;
+        return row.isUserDeletable;
     case IsPackageRole:
-        return row.file.isPackage();
+        return row.isPackage();
     case CategoryRole:
-        return rawValue(row.file.category);
+        return rawValue(row.category);
     default:
         return {};
     }

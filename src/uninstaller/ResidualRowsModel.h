@@ -68,17 +68,11 @@ Q_SIGNALS:
     void countChanged();
 
 private:
-    struct Row
-    {
-        AppResidualFile file;
-        QString icon; ///< Found once: the kind of the file is that of its scan.
-    };
-
     void replace(const QList<AppResidualFile> &files);
     void removeMissing(const QList<AppResidualFile> &files);
     void updateSelection(const QList<AppResidualFile> &files);
 
-    QList<Row> m_rows;
+    QList<AppResidualFile> m_rows; ///< Where they are in order, shared with whoever set them.
 };
 
 } // namespace quillbay

@@ -12,6 +12,8 @@
 #include <atomic>
 #include <chrono>
 #include <utility>
+#include <ctime>
+#include <cstdio>
 
 namespace quillbay {
 
@@ -145,17 +147,22 @@ void UninstallerFlow::pollAccess()
     startScan();
 }
 
+double T();
 void UninstallerFlow::finishScan()
 {
     if (m_stage == Stage::Scanning && !m_scanner.isScanning() && m_scanner.scanStage() == ScanStage::done)
-        setStage(Stage::Review);
+        { double a=T(); setStage(Stage::Review); fprintf(stderr,"review %.2f\n",T()-a);}
 }
 
+double T(){timespec t;clock_gettime(CLOCK_MONOTONIC,&t);return t.tv_sec*1e3+t.tv_nsec/1e6;}
 void UninstallerFlow::updateFiles()
 {
+    double a=T();
     m_rows.setFiles(m_scanner.residualFiles());
+    double b=T();
     ++m_revision;
     Q_EMIT filesChanged();
+    fprintf(stderr,"setFiles %.2f filesChanged %.2f\n",b-a,T()-b);
 }
 
 ResidualCategorySummary UninstallerFlow::category(const QString &name) const
@@ -166,11 +173,11 @@ ResidualCategorySummary UninstallerFlow::category(const QString &name) const
 void UninstallerFlow::toggle(const QString &rowId)
 {
     const QUuid id(rowId);
-    const QList<AppResidualFile> files = m_scanner.residualFiles();
+    const QList<AppResidualFile> &files = m_scanner.residualFiles();
     const auto file =
         std::find_if(files.begin(), files.end(), [&](const AppResidualFile &one) { return one.id == id; });
     if (file != files.end() && file->isUserDeletable)
-        m_scanner.toggleSelection(*file);
+        m_scanner.toggleSelection(AppResidualFile(*file));
 }
 
 void UninstallerFlow::selectAllIn(const QString &category)

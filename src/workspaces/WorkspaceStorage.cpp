@@ -7,7 +7,6 @@ namespace quillbay {
 
 namespace {
 
-const QString notesKey = QStringLiteral("quillbay_sticky_notes");
 const QString snippetsKey = QStringLiteral("quillbay_code_snippets");
 const QString colorsKey = QStringLiteral("quillbay_recent_colors");
 const QString measurementsKey = QStringLiteral("quillbay_recent_measurements");
@@ -35,10 +34,11 @@ QList<CodeSnippet> firstSnippets()
 } // namespace
 
 WorkspaceStorage::WorkspaceStorage(const PreferenceStore &preferences, const WorkspaceManager &workspaces,
-                                   NotificationCenter &notifications, QObject *parent)
-    : ObservableObject(parent)
-    , m_preferences(preferences)
+                                   NotificationCenter &notifications,
+                                   std::unique_ptr<StickyNotesArchive> archive)
+    : m_preferences(preferences)
     , m_workspaces(workspaces)
+    , m_archive(archive ? std::move(archive) : std::make_unique<StickyNotesArchive>(preferences, workspaces))
 {
     load();
     connect(&notifications, &NotificationCenter::quillbayWorkspaceChanged, this, &WorkspaceStorage::load);
@@ -74,16 +74,14 @@ void WorkspaceStorage::setRecentMeasurements(const QStringList &measurements)
 
 void WorkspaceStorage::loadNotes()
 {
-    const std::optional<QByteArray> stored = m_preferences.data(m_workspaces.key(notesKey));
-    const auto decoded = stored ? decodeStickyNotes(*stored) : Decoded<QList<StickyNote>>(DecodeError{});
-    const QList<StickyNote> *notes = decodedValue(decoded);
+    const std::optional<QList<StickyNote>> notes = m_archive->load();
     setStickyNotes(notes ? *notes : firstNotes());
     saveNotes();
 }
 
 void WorkspaceStorage::saveNotes()
 {
-    m_preferences.setData(m_workspaces.key(notesKey), m_notesWriter.write(m_stickyNotes));
+    m_archive->save(m_stickyNotes);
 }
 
 void WorkspaceStorage::loadSnippets()

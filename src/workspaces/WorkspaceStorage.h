@@ -4,10 +4,12 @@
 #include "foundation/PreferenceStore.h"
 #include "workspaces/CodeSnippet.h"
 #include "workspaces/StickyNote.h"
-#include "workspaces/StickyNotesWriter.h"
+#include "workspaces/StickyNotesArchive.h"
 
 #include <QList>
 #include <QStringList>
+
+#include <memory>
 
 namespace quillbay {
 
@@ -32,9 +34,10 @@ class WorkspaceStorage : public ObservableObject
     Q_PROPERTY(QStringList recentMeasurements READ recentMeasurements NOTIFY recentMeasurementsChanged)
 
 public:
-    /// Loads everything. Both references must outlive this object.
+    /// Loads everything. Both references must outlive this object. `archive` is one of the same preferences
+    /// that may have read ahead; without it one is made.
     WorkspaceStorage(const PreferenceStore &preferences, const WorkspaceManager &workspaces,
-                     NotificationCenter &notifications, QObject *parent = nullptr);
+                     NotificationCenter &notifications, std::unique_ptr<StickyNotesArchive> archive = {});
 
     const QList<StickyNote> &stickyNotes() const { return m_stickyNotes; }
     void setStickyNotes(const QList<StickyNote> &notes);
@@ -66,11 +69,11 @@ private:
 
     PreferenceStore m_preferences;
     const WorkspaceManager &m_workspaces;
+    std::unique_ptr<StickyNotesArchive> m_archive;
     QList<StickyNote> m_stickyNotes;
     QList<CodeSnippet> m_codeSnippets;
     QStringList m_recentColors;
     QStringList m_recentMeasurements;
-    StickyNotesWriter m_notesWriter;
 };
 
 } // namespace quillbay

@@ -40,7 +40,8 @@ protected:
     WindowTest()
         : mainWindow(window, *fakes.windowEffects)
         , preferences(folder.filePath(QStringLiteral("preferences.sqlite")))
-        , delegate(AppDelegate::Surroundings{mainWindow, preferences, notifications, service, *fakes.hotkey})
+        , delegate(AppDelegate::Surroundings{mainWindow, preferences, notifications, service, *fakes.hotkey,
+                                             [this] { return rulerShows; }})
     {
         QDir(stateFolder()).removeRecursively();
     }
@@ -52,6 +53,7 @@ protected:
     WindowWithSidebar window;
     MainWindow mainWindow;
     PreferenceStore preferences;
+    bool rulerShows = false;
     AppDelegate delegate;
 };
 
@@ -150,6 +152,20 @@ TEST_F(WindowTest, ComesForwardByHotkeyAndReopening)
     EXPECT_EQ(fakes.windowEffects->broughtForward[3].second, QStringLiteral("token-2"));
     Q_EMIT mainWindow.becameKey();
     EXPECT_EQ(fakes.hotkey->keyboardTakenCount, 1);
+}
+
+TEST_F(WindowTest, TellsOfAReopeningWhileTheRulerShows)
+{
+    service.start();
+    QSignalSpy reopened(&notifications, &NotificationCenter::quillbayAppReopened);
+    service.activate({});
+    EXPECT_EQ(reopened.count(), 0);
+    rulerShows = true;
+    service.activate({});
+    EXPECT_EQ(reopened.count(), 1);
+    fakes.hotkey->press();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return fakes.windowEffects->broughtForward.size() == 3; }));
+    EXPECT_EQ(reopened.count(), 1) << "the hotkey reopens nothing";
 }
 
 TEST_F(WindowTest, HandsUrlsOnAndKnowsItsActions)

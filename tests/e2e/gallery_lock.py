@@ -15,13 +15,13 @@ class Lock(States):
     def press(self, name):
         self.hands.click(self.find("push button", name))
 
-    def show_list(self, button):
+    def open_list(self, button):
         self.hands.click(self.row("Hidden Apps"))
         self.find("push button", button)
         self.gallery.wait_until_still()
 
     def enter(self, password="sesame"):
-        self.show_list("Unlock")
+        self.open_list("Unlock")
         self.hands.type(password)
         self.hands.keys("Return")
 
@@ -54,11 +54,11 @@ class Hidden(Lock):
         self.wait_for_question("Authenticate to disable password lock")
 
     def show_hidden_locked(self):
-        self.show_list("Use Fingerprint")
+        self.open_list("Use Fingerprint")
 
     def show_hidden_locked_prompt(self):
         self.read_fingers()
-        self.show_list("Use Fingerprint")
+        self.open_list("Use Fingerprint")
         self.wait_for_question("Unlock Hidden Items")
 
     def show_hidden_locked_wrong(self):
@@ -76,7 +76,7 @@ class Forgotten(Lock):
 
     def reset(self, **script):
         self.read_fingers()
-        self.show_list(self.LINK)
+        self.open_list(self.LINK)
         self.read_fingers(**script)
         self.press(self.LINK)
 
@@ -114,17 +114,17 @@ class Bare(Lock):
                              quillbay_hidden_password="")
 
     def set_up(self, password="sesame", again="sesame"):
-        self.show_list("Set Password & Enable Lock")
+        self.open_list("Set Password & Enable Lock")
         self.hands.type(password)
         self.hands.keys("Tab")
         self.hands.type(again)
         self.press("Set Password & Enable Lock")
 
     def show_hidden_setup(self):
-        self.show_list("Set Password & Enable Lock")
+        self.open_list("Set Password & Enable Lock")
 
     def show_hidden_setup_ticked(self):
-        self.show_list("Set Password & Enable Lock")
+        self.open_list("Set Password & Enable Lock")
         self.hands.type("sesame")
         self.hands.keys("Tab", "Tab", "space")
 

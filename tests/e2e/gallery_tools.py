@@ -55,6 +55,10 @@ class Tools(States):
     def show_snippets(self):
         self.open_snippets()
 
+    def show_snippets_empty(self):
+        self.keep(snippets=[])
+        self.open("Code Snippets")
+
     def show_snippets_expanded(self):
         self.open_snippets()
         self.hands.click(self.find("push button", "Fetch API"))
@@ -145,7 +149,9 @@ class PickerTools(States):
 
     def show_ruler_smallest(self):
         self.show_ruler(full=True)
-        self.press("200 × 160 px")
+        # Not by the pointer: the ruler may lie above.
+        row = self.find("push button", "200 × 160 px")
+        row.do_action([row.get_action_name(i) for i in range(row.get_n_actions())].index("Press"))
         self.find("label", "Width 200 px")
 
     def show_qr_generator(self):
@@ -154,4 +160,9 @@ class PickerTools(States):
     def show_qr_generator_full(self):
         self.open("QR Generator")
         self.hands.type("https://example.org/a/page?of=some&length=42")
+        self.find("image", "QR Code")
+
+    def show_qr_generator_dense(self):
+        self.open("QR Generator")
+        self.hands.type("https://example.org/?q=" + "harbour-lights-" * 25)
         self.find("image", "QR Code")

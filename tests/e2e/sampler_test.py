@@ -93,6 +93,12 @@ class Sampler(LauncherCase):
             self.hands.point(x + 25 + 10 * step, y + 200)
         wait_until(lambda: next(self.corner("Screen Ruler")) > x + 20, PATIENCE, "its surface does not move it")
         self.desktop.xdotool("mouseup", "1")
+
+        self.press("Screen Ruler")
+        wait_until(lambda: not self.program.find_now("dialog", "Measure Ruler"), PATIENCE, "the popover stays")
+        again = subprocess.run((self.program.binary,), stdin=subprocess.DEVNULL, timeout=PATIENCE, check=False)
+        self.assertEqual(again.returncode, 0)
+        self.program.find("dialog", "Measure Ruler")
         # The popover's wide button of that name lies behind the ruler.
         buttons = [node for node in self.program.nodes("push button") if node.get_name() == "Close Ruler"]
         self.hands.click(min(buttons, key=lambda node: node.get_extents(self.program.atspi.CoordType.SCREEN).width))

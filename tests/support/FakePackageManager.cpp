@@ -1,6 +1,7 @@
 #include "support/FakePackageManager.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace quillbay::testing {
 
@@ -27,6 +28,16 @@ platform::PackageOwner FakePackageManager::owner(const QByteArray &applicationFi
     if (found == installed.end())
         return {std::nullopt, ownerErrors.value(applicationFile)};
     return {found->package, {}};
+}
+
+QByteArrayList FakePackageManager::ofPackages(const QByteArrayList &files) const
+{
+    QByteArrayList result;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(result), [this](const QByteArray &file) {
+        const platform::PackageOwner found = owner(file);
+        return found.package || !found.error.isEmpty();
+    });
+    return result;
 }
 
 RemovalPreview FakePackageManager::simulateRemoval(const Package &package, platform::PackageData) const

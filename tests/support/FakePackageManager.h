@@ -39,6 +39,7 @@ public:
     platform::Package install(const QByteArray &file, const QString &name, const QStringList &others = {});
 
     platform::PackageOwner owner(const QByteArray &applicationFile) const override;
+    QByteArrayList ofPackages(const QByteArrayList &files) const override;
     platform::RemovalPreview simulateRemoval(const platform::Package &package,
                                              platform::PackageData data) const override;
     platform::RemovalResult remove(const platform::PackageRemoval &removal) override;

@@ -124,6 +124,15 @@ TEST_F(ColorPickerTest, ASecondCopyDoesNotExtendTheMessageOfTheFirst)
     EXPECT_TRUE(picker.copyMessage().isEmpty());
     ASSERT_TRUE(sinceSecond.isValid());
     EXPECT_LT(sinceSecond.elapsed(), ColorPicker::messageTime);
+
+    // The second one's time is still running; it is none of the next opening's business.
+    picker.begin();
+    changes.clear();
+    sinceSecond.start();
+    picker.choose(QStringLiteral("#030303"));
+    ASSERT_EQ(changes.count(), 1);
+    ASSERT_TRUE(changes.wait(10 * ColorPicker::messageTime));
+    EXPECT_GE(sinceSecond.elapsed(), ColorPicker::messageTime * 9 / 10);
 }
 
 TEST_F(ColorPickerTest, AnAnswerAfterItsEndIsHeardByNobody)

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTest>
 
 namespace quillbay::testing {
@@ -86,14 +87,24 @@ TEST_F(PickerToolsTest, AColourIsPickedShownAndListed)
     EXPECT_TRUE(hasKeyboard("Behind"));
 }
 
-TEST_F(PickerToolsTest, TheColoursAreThoseOfTheWorkspaceThatIsOn)
+TEST_F(PickerToolsTest, AnOpenListIsThatOfTheWorkspaceThatIsOn)
 {
     tools.storage().setRecentColors({QStringLiteral("#010203")});
     tools.storage().saveRecentColors();
+    tools.storage().setRecentMeasurements(measured({"600 × 200"}));
+    tools.storage().saveRecentMeasurements();
+    const QUuid first = library.workspaces->activeWorkspaceID();
     ASSERT_NO_FATAL_FAILURE(open("ColorPickerPopoverView"));
     EXPECT_TRUE(await("#010203"));
     library.workspaces->createWorkspace(QStringLiteral("Other"), {}, {});
     EXPECT_TRUE(waitFor([this] { return !find("Recent Colors"); }));
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(hasKeyboard("Behind"));
+
+    ASSERT_NO_FATAL_FAILURE(open("MeasurePopoverView"));
+    EXPECT_FALSE(find("Recent Measurements"));
+    library.workspaces->setActiveWorkspaceID(first);
+    EXPECT_TRUE(await("600 × 200 px"));
 }
 
 TEST_F(PickerToolsTest, TheRulerOpensOnceAndClosesFromEitherEnd)
@@ -104,6 +115,8 @@ TEST_F(PickerToolsTest, TheRulerOpensOnceAndClosesFromEitherEnd)
     ASSERT_TRUE(ruler());
     ASSERT_TRUE(QTest::qWaitForWindowExposed(ruler()));
     EXPECT_EQ(measurements(), measured({"400 × 300"}));
+    const QSize monitor = window->screen()->size();
+    EXPECT_EQ(ruler()->position(), QPoint((monitor.width() - 400) / 2, (monitor.height() - 300) / 2));
     const RulerWindow *first = ruler();
     tools.rulerManager().showRuler();
     EXPECT_EQ(ruler(), first);
@@ -117,6 +130,26 @@ TEST_F(PickerToolsTest, TheRulerOpensOnceAndClosesFromEitherEnd)
     EXPECT_TRUE(waitFor([this] { return !ruler(); })) << "by a way of the desktop's";
     EXPECT_TRUE(await("Open Screen Ruler"));
     EXPECT_EQ(measurements(), measured({"400 × 300"}));
+}
+
+TEST_F(PickerToolsTest, ADesktopThatLetsNothingThroughOrPlacesWindowsItselfHasARulerToo)
+{
+    effects.showsThrough = false;
+    effects.places = false;
+    show("Item {}");
+    ::testing::internal::CaptureStdout();
+    tools.rulerManager().showRuler();
+    EXPECT_TRUE(QString::fromStdString(::testing::internal::GetCapturedStdout())
+                    .startsWith(QStringLiteral("Ruler: this desktop places windows itself")));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(ruler()));
+    const auto isThere = [this](int x, int y) { return ruler()->mask().contains(QPoint(x, y)); };
+    EXPECT_TRUE(isThere(5, 5) && isThere(200, 60)) << "the scale and the figures";
+    EXPECT_FALSE(isThere(60, 60) || isThere(350, 200)) << "what is to be measured";
+    resizeRulerByHand({600, 500});
+    EXPECT_TRUE(isThere(595, 495) && isThere(300, 60));
+    EXPECT_FALSE(isThere(390, 290));
+    enterRuler();
+    EXPECT_EQ(measurements(), measured({"600 × 500", "400 × 300"}));
 }
 
 TEST_F(PickerToolsTest, OnlyTheEndOfAResizeIsRecorded)
@@ -198,6 +231,19 @@ TEST_F(PickerToolsTest, TheRulerShowsItsSizeWhileItGrows)
     EXPECT_GT(strength(100), strength(105) + 100);
     EXPECT_GT(strength(150), strength(155) + 60);
     EXPECT_EQ(strength(110), strength(115)) << "a short one ends above";
+}
+
+TEST_F(PickerToolsTest, AnEdgeKeepsNoPressWhoseReleaseTheDesktopHasTaken)
+{
+    show("Item { property int resized\n"
+         "PushButton { text: 'Inside'; x: 100; y: 100; onClicked: text = 'Pressed' }\n"
+         "WindowEdges { anchors.fill: parent\n"
+         "window: QtObject { function startSystemResize(edges) { resized = edges; return true } } } }");
+    QTest::mousePress(window.get(), Qt::LeftButton, {}, {1, 300});
+    EXPECT_EQ(screen->property("resized").toInt(), int(Qt::LeftEdge));
+    QCoreApplication::processEvents();
+    click("Inside");
+    EXPECT_TRUE(await("Pressed"));
 }
 
 TEST_F(PickerToolsTest, WhatIsTypedIsACodeToCopy)

@@ -13,7 +13,7 @@ class ToolsTest : public ScreenTest
 protected:
     void showTool(const char *popover)
     {
-        show("Item { property bool open: tool.showing\n"
+        show("Item { property bool open: tool.showing; property alias popover: tool.popover\n"
              "CustomTextField { placeholder: 'Behind'; width: 100; Component.onCompleted: requestFocus() }\n"
              "ToolbarTool { id: tool; x: 560; symbol: 'terminal'; label: 'Tool'; popover: '" +
                  QByteArray(popover) + "' } }",
@@ -53,29 +53,77 @@ protected:
     const QList<CodeSnippet> &snippets() { return tools.storage().codeSnippets(); }
 };
 
-TEST_F(ToolsTest, AToolOpensInsideTheWindowAndGivesTheKeyboardBack)
+TEST_F(ToolsTest, EachToolOpensBelowItsButtonInsideTheWindowAndGivesTheKeyboardBack)
+{
+    const struct
+    {
+        const char *popover;
+        const char *title;
+        const char *first; ///< What has the keyboard.
+    } popovers[] = {{"ColorPickerPopoverView.qml", "Color Picker", "Pick Color"},
+                    {"MeasurePopoverView.qml", "Measure Ruler", "Open Screen Ruler"},
+                    {"QRGeneratorPopoverView.qml", "QR Generator", "Type URL or text..."},
+                    {"StickyNotesPopoverView.qml", "Sticky Notes", "Note"},
+                    {"CodeSnippetsPopoverView.qml", "Code Snippets", "Search snippets..."}};
+    showTool(popovers[0].popover);
+    const QQuickItem *button = find("Tool");
+    const QRectF anchor = button->mapRectToScene(QRectF(0, 0, button->width(), button->height()));
+    for (const auto &[popover, title, first] : popovers) {
+        SCOPED_TRACE(title);
+        screen->setProperty("popover", QString::fromLatin1(popover));
+        ASSERT_NO_FATAL_FAILURE(open());
+        const QQuickItem *dialog = find(title);
+        ASSERT_TRUE(dialog);
+        const auto *frame = panel()->property("background").value<QQuickItem *>();
+        const QRectF place = frame->mapRectToScene(QRectF(0, 0, frame->width(), frame->height()));
+        EXPECT_TRUE(QRectF(0, 0, 600, 700).contains(place));
+        EXPECT_EQ(place.top(), anchor.bottom() + 8);
+        EXPECT_TRUE(place.left() < anchor.left() && place.right() >= anchor.center().x());
+        EXPECT_TRUE(waitFor([&] { return window->activeFocusItem() == find(first); }));
+        press(Qt::Key_Escape);
+        EXPECT_FALSE(isOpen());
+        ASSERT_NO_FATAL_FAILURE(waitUntilGone());
+
+        ASSERT_NO_FATAL_FAILURE(open());
+        QTest::mouseClick(window.get(), Qt::LeftButton, {}, {20, 600});
+        EXPECT_FALSE(isOpen()) << "by a press outside";
+        ASSERT_NO_FATAL_FAILURE(waitUntilGone());
+    }
+}
+
+TEST_F(ToolsTest, TheRulersPopoverComesBackWithTheProgramAndKeepsTheKeyboard)
+{
+    show("AppGridView { hostWindow: Window.window; isBrowsing: false }");
+    const auto hasKeyboard = [this](const char *name) { return window->activeFocusItem() == find(name); };
+    ASSERT_TRUE(waitFor([&] { return hasKeyboard("Search Apps..."); }));
+    Q_EMIT library.notifications.quillbayAppReopened();
+    ASSERT_TRUE(waitFor([&] { return find("Open Screen Ruler") && hasKeyboard("Open Screen Ruler"); }));
+
+    QWindow other;
+    other.show();
+    other.requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    window->requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(hasKeyboard("Open Screen Ruler"));
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(waitFor([&] { return hasKeyboard("Search Apps..."); }));
+}
+
+TEST_F(ToolsTest, EachOpeningBeginsAnewAndTheButtonCloses)
 {
     keepNotes({QStringLiteral("a"), QStringLiteral("b")});
     showTool("StickyNotesPopoverView.qml");
     open();
-    const QQuickItem *dialog = find("Sticky Notes");
-    ASSERT_TRUE(dialog);
-    const QRectF place = dialog->mapRectToScene(QRectF(0, 0, dialog->width(), dialog->height()));
-    EXPECT_TRUE(QRectF(0, 0, 600, 700).contains(place));
     click("Next Note");
     EXPECT_TRUE(find("2 / 2"));
     press(Qt::Key_Escape);
-    EXPECT_FALSE(isOpen());
     waitUntilGone();
 
     open();
-    EXPECT_TRUE(find("1 / 2")) << "each opening begins anew";
+    EXPECT_TRUE(find("1 / 2"));
     click("Tool");
-    EXPECT_FALSE(isOpen()) << "its own button closes it";
-    waitUntilGone();
-
-    open();
-    QTest::mouseClick(window.get(), Qt::LeftButton, {}, {20, 600});
     EXPECT_FALSE(isOpen());
     waitUntilGone();
 }
@@ -183,6 +231,12 @@ TEST_F(ToolsTest, ASnippetIsMadeInTheForm)
     open();
     click("New Snippet");
     ASSERT_TRUE(waitFor([&] { return panel()->property("formOpened").toDouble() == 1; }));
+    const auto top = [this] { return find("Code Snippets")->mapToScene({0, 0}).y(); };
+    const qreal usualTop = top();
+    window->resize(600, 500);
+    EXPECT_TRUE(waitFor([&] { return panel()->property("height").toDouble() < 460; })) << "a lower list";
+    EXPECT_EQ(top(), usualTop) << "does not rise over its button";
+    window->resize(600, 700);
     EXPECT_EQ(window->activeFocusItem(), find("Snippet Title (e.g. Fetch API)"));
     type("Greet");
     press(Qt::Key_Return);

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QTest>
 
+#include <algorithm>
+#include <set>
+
 namespace quillbay::testing {
 namespace {
 
@@ -158,6 +161,64 @@ TEST_F(UninstallerTest, RowsAreSelectedByPointerByKeyboardAndByCategory)
     EXPECT_TRUE(isEnabled("Move to Trash"));
     click("Select All");
     EXPECT_TRUE(find("Selected: 3"));
+}
+
+TEST_F(UninstallerTest, HeadingsStandOverTheirOwnRowsHoweverItIsScrolled)
+{
+    const std::pair<const char *, const char *> places[] = {
+        {"~/.config/autostart", "Launch Agents & Daemons"},
+        {"~/.config", "Preferences"},
+        {"~/.local/share", "Application Support"},
+        {"~/.cache", "Caches"},
+        {"~/.local/state", "Logs"},
+        {"~/Applications", "Application"}};
+    for (const auto &[folder, category] : places) {
+        for (int i = 0; i < 12; ++i)
+            tree.file(folder + QByteArray("/acme-") + QByteArray::number(i));
+    }
+    open();
+    const auto headingOf = [](QQuickItem *item) {
+        for (QQuickItem *at : QList<QQuickItem *>{item} + item->childItems()) {
+            const QAccessibleInterface *node = QAccessible::queryAccessibleInterface(at);
+            if (node && node->role() == QAccessible::Heading)
+                return node->text(QAccessible::Name).section(QStringLiteral(" ("), 0, 0);
+        }
+        return QString();
+    };
+    QQuickItem *list = find("Found items");
+    std::set<QString> seen;
+    const auto misplaced = [&] {
+        QList<QQuickItem *> items = list->property("contentItem").value<QQuickItem *>()->childItems();
+        items.removeIf([](QQuickItem *item) { return !item->isVisible() || item->height() == 0; });
+        std::stable_sort(items.begin(), items.end(), [](auto *a, auto *b) { return a->y() < b->y(); });
+        const qreal top = list->property("contentY").toDouble();
+        QString over;
+        QStringList wrong;
+        for (QQuickItem *item : std::as_const(items)) {
+            const QString path = item->property("path").toString();
+            if (const QString heading = headingOf(item); !heading.isEmpty())
+                over = heading;
+            else if (path.isEmpty() || item->y() < top || item->y() > top + list->height())
+                continue;
+            else if (const auto *place = std::find_if(
+                         std::begin(places), std::end(places),
+                         [&](const auto &one) { return path.toUtf8().startsWith(tree.path(one.first)); });
+                     over != QLatin1String(place->second))
+                wrong += path + QStringLiteral(" below ") + over;
+            seen.insert(over);
+        }
+        return wrong.join(u'\n').toStdString();
+    };
+    const auto go = [&](qreal step, const char *end) {
+        while (!list->property(end).toBool()) {
+            list->setProperty("contentY", list->property("contentY").toDouble() + step);
+            waitFor([&] { return misplaced().empty(); });
+            ASSERT_EQ(misplaced(), "");
+        }
+    };
+    go(130, "atYEnd");
+    go(-130, "atYBeginning");
+    EXPECT_EQ(seen.size(), std::size(places));
 }
 
 TEST_F(UninstallerTest, ALockedRowIsSelectedOnlyWithAllOthers)

@@ -1,6 +1,7 @@
 #include "uninstaller/ResidualFixture.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <filesystem>
 
@@ -49,7 +50,14 @@ platform::ApplicationFacts MadeRoots::factsOf(const QString &, const QString &) 
     return facts;
 }
 
-MadeTree::MadeTree()
+QString memoryFolder()
+{
+    const QFileInfo memory(QStringLiteral("/dev/shm"));
+    return memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
+}
+
+MadeTree::MadeTree(const QString &place)
+    : m_folder(place + QStringLiteral("/quillbay-tree-XXXXXX"))
 {
     root = QFile::encodeName(m_folder.path());
     home = root + "/home/user";

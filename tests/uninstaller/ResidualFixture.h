@@ -4,6 +4,7 @@
 #include "support/FakeApplications.h"
 #include "uninstaller/ResidualScan.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <string>
@@ -28,11 +29,15 @@ public:
     std::optional<QList<QByteArray>> mountPoints() const override { return mounts; }
 };
 
+/// For trees by the hundred: a folder in memory where the machine has one, else that for temporary files. A
+/// disk that others use makes such a test wait for its journal, and shows nothing more.
+QString memoryFolder();
+
 /// A root folder of a test's own, with a home in it, and scans of it.
 class MadeTree
 {
 public:
-    MadeTree();
+    explicit MadeTree(const QString &place = QDir::tempPath());
     ~MadeTree();
     MadeTree(const MadeTree &) = delete;
     MadeTree &operator=(const MadeTree &) = delete;

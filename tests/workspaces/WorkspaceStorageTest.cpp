@@ -5,6 +5,7 @@
 #include "workspaces/WorkspaceManager.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 
 #include <memory>
 
@@ -163,4 +164,43 @@ TEST_F(WorkspaceStorageTest, WhatIsWrittenIsAlwaysTheListAsItIs)
         storage->saveNotes();
         EXPECT_EQ(storedNotes(), list);
     }
+}
+
+TEST_F(WorkspaceStorageTest, WhatWasReadAheadCountsUntilItIsWritten)
+{
+    const QUuid first = workspaces.activeWorkspaceID();
+    workspaces.createWorkspace(QStringLiteral("A"), {}, {});
+    const QUuid second = workspaces.activeWorkspaceID();
+    const auto list = [](const char *text) {
+        return QList<StickyNote>{{someID, QString::fromUtf8(text), QStringLiteral("#FFD60A")}};
+    };
+    const auto keep = [](const PreferenceStore &store, const QUuid &id, const QList<StickyNote> &notes) {
+        PreferenceStore(store).setData(WorkspaceManager::key(notesKey, id),
+                                       '[' + encodeStickyNote(notes.first()) + ']');
+    };
+    keep(preferences, first, list("first"));
+    keep(preferences, second, list("second"));
+    const auto readAhead = [this](bool *isDone) {
+        auto archive = std::make_unique<StickyNotesArchive>(preferences, workspaces);
+        archive->readAhead([isDone] { *isDone = true; });
+        return archive;
+    };
+
+    bool isDone = false;
+    auto archive = readAhead(&isDone);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isDone; }));
+    keep(PreferenceStore(preferences.path()), first, list("another program's"));
+    storage = std::make_unique<WorkspaceStorage>(preferences, workspaces, notifications, std::move(archive));
+    EXPECT_EQ(storage->stickyNotes(), list("second"));
+    workspaces.setActiveWorkspaceID(first);
+    EXPECT_EQ(storage->stickyNotes(), list("another program's"));
+
+    isDone = false;
+    storage = std::make_unique<WorkspaceStorage>(preferences, workspaces, notifications, readAhead(&isDone));
+    storage->setStickyNotes(list("changed meanwhile"));
+    storage->saveNotes();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return isDone; }));
+    workspaces.setActiveWorkspaceID(second);
+    workspaces.setActiveWorkspaceID(first);
+    EXPECT_EQ(storage->stickyNotes(), list("changed meanwhile"));
 }

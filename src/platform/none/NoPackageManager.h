@@ -9,6 +9,7 @@ class NoPackageManager final : public PackageManager
 {
 public:
     PackageOwner owner(const QByteArray &applicationFile) const override;
+    QByteArrayList ofPackages(const QByteArrayList &) const override { return {}; }
     RemovalPreview simulateRemoval(const Package &package, PackageData data) const override;
     RemovalResult remove(const PackageRemoval &removal) override;
 };

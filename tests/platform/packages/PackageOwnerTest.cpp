@@ -2,6 +2,9 @@
 
 #include <QElapsedTimer>
 
+#include <algorithm>
+#include <iterator>
+
 namespace quillbay::platform {
 namespace {
 
@@ -86,6 +89,40 @@ TEST_F(Owner, IsNobodyOnlyWhereTheDatabaseSaysSo)
     tools.answer(query, QStringLiteral("--show"), {"app\tapp\tinsta", {}, 0});
     EXPECT_TRUE(isUnknown(owner(file)));
     EXPECT_TRUE(isUnknown(owner("relative")));
+}
+
+TEST_F(Owner, OfManyFilesTakesOneQuestion)
+{
+    makeDebianSystem();
+    tools.answer(QStringLiteral("flatpak"), QStringLiteral("info"), {{}, "error: no such remote\n", 1});
+    QByteArrayList files;
+    QByteArray known;
+    for (int i = 0; i < 40; ++i) {
+        files.append(entry(QStringLiteral("%1.desktop").arg(i), i == 7 ? "X-Flatpak=org.foo.Bar\n" : ""));
+        if (i % 3 == 0)
+            known += (i == 9 ? "diversion by other to: " : "one: ") + files.last() + '\n';
+    }
+    files.append("relative");
+    tools.answerSearch(known);
+    tools.answerFacts({FakeTools::factsLine(QStringLiteral("one"))});
+    QByteArrayList expected;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(expected),
+                 [this](const QByteArray &file) { return !isNone(owner(file)); });
+    EXPECT_EQ(expected.size(), 16);
+    const auto ofPackages = [&] {
+        QByteArrayList found =
+            testing::onWorker([&] { return LinuxPackageManager(surroundings).ofPackages(files); });
+        std::sort(found.begin(), found.end());
+        return found;
+    };
+    std::sort(expected.begin(), expected.end());
+    tools.forgetCalls();
+    EXPECT_EQ(ofPackages(), expected);
+    EXPECT_EQ(tools.calls().filter(QStringLiteral("--search")).size(), 1);
+
+    std::sort(files.begin(), files.end());
+    tools.answer(QStringLiteral("dpkg-query"), QStringLiteral("--search"), {{}, "what?\n", 2});
+    EXPECT_EQ(ofPackages(), files) << "where nobody can tell each may be a package's";
 }
 
 TEST_F(Owner, DoesNotWaitForAToolThatHangs)

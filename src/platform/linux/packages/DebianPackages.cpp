@@ -75,6 +75,22 @@ PackageOwner DebianPackages::owner(const FileSpellings &file) const
     return {package, {}};
 }
 
+QList<bool> DebianPackages::areOwned(const QList<FileSpellings> &files) const
+{
+    QByteArrayList paths;
+    for (const FileSpellings &file : files)
+        paths += file.own + file.target;
+    const PackageAnswer<QByteArray> answer = search(paths);
+    const auto knows = [&answer](const QByteArrayList &spellings) {
+        const DebianOwners owners = debianOwners(answer.value, spellings);
+        return !owners.names.isEmpty() || owners.isDiverted;
+    };
+    QList<bool> result;
+    for (const FileSpellings &file : files)
+        result.append(!answer || knows(file.own) || knows(file.target));
+    return result;
+}
+
 PackageAnswer<QSet<QString>> DebianPackages::ownersOf(const QByteArrayList &files) const
 {
     QByteArrayList spellings;

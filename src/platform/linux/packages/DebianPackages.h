@@ -16,6 +16,8 @@ public:
     bool isAvailable() const override;
     bool canRemove() const override;
     PackageOwner owner(const FileSpellings &file) const override;
+    /// Of each of the files whether it is a package's, by one question; true where that is unclear.
+    QList<bool> areOwned(const QList<FileSpellings> &files) const;
     PackageAnswer<QSet<QString>> ownersOf(const QByteArrayList &files) const override;
     PackageAnswer<QList<PackageFacts>> facts(const QStringList &names) const override;
     PackageAnswer<SimulatedRemoval> simulate(const Package &package) const override;

@@ -21,6 +21,31 @@ RemovalPreview unknown(const QString &reason)
     return {Verdict::Unknown, {}, {}, reason};
 }
 
+constexpr qsizetype mostAtOnce = 300; ///< Files on one command line.
+
+/// The package systems that an application's entry names.
+struct Exporter
+{
+    std::optional<QString> flatpakId;
+    std::optional<QString> snapName;
+};
+
+Exporter exporterOf(const QByteArray &applicationFile)
+{
+    BoundedFile reader;
+    const auto text = reader.read(AT_FDCWD, applicationFile.constData());
+    const DesktopEntry entry = (text ? parseDesktopEntry(*text, {}) : std::nullopt).value_or(DesktopEntry());
+    const auto named = [](std::string_view value) {
+        return value.empty() ? std::nullopt : std::optional(entryString(value).trimmed());
+    };
+    return {named(entry.flatpakId), named(entry.snapName)};
+}
+
+bool isNobody(const PackageOwner &owner)
+{
+    return !owner.package && owner.error.isEmpty();
+}
+
 QStringList sorted(QStringList names)
 {
     std::sort(names.begin(), names.end());
@@ -62,20 +87,48 @@ PackageOwner LinuxPackageManager::owner(const QByteArray &applicationFile) const
     const FileSpellings file = spellingsOf(applicationFile);
     if (file.own.isEmpty())
         return {std::nullopt, QStringLiteral("that is no path of a file")};
-    BoundedFile reader;
-    const auto text = reader.read(AT_FDCWD, applicationFile.constData());
-    const DesktopEntry entry = (text ? parseDesktopEntry(*text, {}) : std::nullopt).value_or(DesktopEntry());
+    const Exporter exporter = exporterOf(applicationFile);
     PackageOwner owner;
-    const auto isUnanswered = [&owner] { return !owner.package && owner.error.isEmpty(); };
-    if (!entry.flatpakId.empty())
-        owner = m_flatpak.owner(file, entryString(entry.flatpakId).trimmed());
-    if (isUnanswered() && !entry.snapName.empty())
-        owner = m_snap.owner(file, entryString(entry.snapName).trimmed());
-    if (isUnanswered())
+    if (exporter.flatpakId)
+        owner = m_flatpak.owner(file, *exporter.flatpakId);
+    if (isNobody(owner) && exporter.snapName)
+        owner = m_snap.owner(file, *exporter.snapName);
+    if (isNobody(owner))
         owner = systemOwner(m_debian, file);
-    if (isUnanswered())
+    if (isNobody(owner))
         owner = systemOwner(m_rpm, file);
     return owner;
+}
+
+QByteArrayList LinuxPackageManager::ofPackages(const QByteArrayList &files) const
+{
+    QByteArrayList result;
+    QByteArrayList asked;
+    QList<FileSpellings> spellings;
+    const auto askTogether = [&] {
+        const QList<bool> owned = asked.isEmpty() ? QList<bool>() : m_debian.areOwned(spellings);
+        for (qsizetype i = 0; i < owned.size(); ++i) {
+            if (owned[i] || !isNobody(systemOwner(m_rpm, spellings[i])))
+                result.append(asked[i]);
+        }
+        asked.clear();
+        spellings.clear();
+    };
+    const bool isDebian = m_debian.isAvailable();
+    for (const QByteArray &file : files) {
+        const FileSpellings ways = spellingsOf(file);
+        const Exporter exporter = exporterOf(file);
+        if (isDebian && !ways.own.isEmpty() && !exporter.flatpakId && !exporter.snapName) {
+            asked.append(file);
+            spellings.append(ways);
+            if (asked.size() == mostAtOnce)
+                askTogether();
+        } else if (!isNobody(owner(file))) {
+            result.append(file);
+        }
+    }
+    askTogether();
+    return result;
 }
 
 PackageOwner LinuxPackageManager::systemOwner(const SystemPackages &system, const FileSpellings &file) const

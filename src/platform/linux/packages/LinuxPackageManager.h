@@ -23,6 +23,7 @@ public:
     explicit LinuxPackageManager(const PackageSurroundings &surroundings);
 
     PackageOwner owner(const QByteArray &applicationFile) const override;
+    QByteArrayList ofPackages(const QByteArrayList &files) const override;
     RemovalPreview simulateRemoval(const Package &package, PackageData data) const override;
     RemovalResult remove(const PackageRemoval &removal) override;
 
