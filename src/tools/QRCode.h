@@ -18,8 +18,8 @@ public:
     int width() const { return m_modules.width(); }
 
     /// For a file or the clipboard: each module 12 pixels square, within the blank margin of 4 modules that
-    /// readers need. Black on white, one bit a pixel: as a file it is made in a few milliseconds, with colours
-    /// it would take a fifth of a second.
+    /// readers need. Black on white, one bit a pixel: as a file it is made in a few milliseconds, with
+    /// colours it would take a fifth of a second.
     QImage image() const;
 
     /// A picture of `side` pixels in either direction with every edge sharp: modules of a whole number of

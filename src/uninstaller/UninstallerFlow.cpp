@@ -11,9 +11,9 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <utility>
-#include <ctime>
 #include <cstdio>
+#include <ctime>
+#include <utility>
 
 namespace quillbay {
 
@@ -150,19 +150,27 @@ void UninstallerFlow::pollAccess()
 double T();
 void UninstallerFlow::finishScan()
 {
-    if (m_stage == Stage::Scanning && !m_scanner.isScanning() && m_scanner.scanStage() == ScanStage::done)
-        { double a=T(); setStage(Stage::Review); fprintf(stderr,"review %.2f\n",T()-a);}
+    if (m_stage == Stage::Scanning && !m_scanner.isScanning() && m_scanner.scanStage() == ScanStage::done) {
+        double a = T();
+        setStage(Stage::Review);
+        fprintf(stderr, "review %.2f\n", T() - a);
+    }
 }
 
-double T(){timespec t;clock_gettime(CLOCK_MONOTONIC,&t);return t.tv_sec*1e3+t.tv_nsec/1e6;}
+double T()
+{
+    timespec t;
+    clock_gettime(CLOCK_MONOTONIC, &t);
+    return t.tv_sec * 1e3 + t.tv_nsec / 1e6;
+}
 void UninstallerFlow::updateFiles()
 {
-    double a=T();
+    double a = T();
     m_rows.setFiles(m_scanner.residualFiles());
-    double b=T();
+    double b = T();
     ++m_revision;
     Q_EMIT filesChanged();
-    fprintf(stderr,"setFiles %.2f filesChanged %.2f\n",b-a,T()-b);
+    fprintf(stderr, "setFiles %.2f filesChanged %.2f\n", b - a, T() - b);
 }
 
 ResidualCategorySummary UninstallerFlow::category(const QString &name) const
