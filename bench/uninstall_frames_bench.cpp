@@ -70,14 +70,9 @@ public:
             return QGuiApplication::notify(receiver, event);
         m_isInside = true;
         drawn = 0;
-        const QByteArray cls = receiver->metaObject()->className();
-        const int ty = int(event->type());
         const double start = now();
         const bool result = QGuiApplication::notify(receiver, event);
         longest = std::max(longest, now() - start - drawn);
-        if (now() - start - drawn > 4)
-            std::fprintf(stderr, "%.1f drawn %.1f type %d %s\n", now() - start - drawn, drawn, ty,
-                         cls.constData());
         m_isInside = false;
         return result;
     }

@@ -104,7 +104,6 @@ FocusScope {
         file: "UninstallReview.qml"
         // All its parts at once would hold the others' motion up.
         asynchronous: true
-        onStatusChanged: console.log("status", status)
         present: root.stage === UninstallerFlow.Review
     }
     StagePlace {

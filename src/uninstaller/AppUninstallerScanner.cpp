@@ -1,12 +1,14 @@
 #include "uninstaller/AppUninstallerScanner.h"
 
 #include "foundation/ByteCount.h"
+#include "platform/ThreadPriority.h"
 
 #include <QCoreApplication>
 #include <QPointer>
 #include <QThreadPool>
 
 #include <algorithm>
+#include <thread>
 #include <utility>
 
 namespace quillbay {
@@ -65,7 +67,8 @@ void AppUninstallerScanner::scan(const AppItem &app)
     run.post([isSystem = isSystemPath(app.path)](AppUninstallerScanner &scanner) {
         scanner.setIsSystemApp(isSystem);
     });
-    QThreadPool::globalInstance()->start([run, app, search = m_search] {
+    const auto work = [run, app, search = m_search] {
+        platform::lowerThreadPriority(platform::BackgroundWork::Awaited);
         QList<AppResidualFile> files;
         std::optional<ResidualScan> scan;
         for (const ScanStep &step : scanSteps) {
@@ -81,7 +84,10 @@ void AppUninstallerScanner::scan(const AppItem &app)
         run.post([files = std::move(files)](AppUninstallerScanner &scanner) mutable {
             scanner.finish(std::move(files));
         });
-    });
+    };
+    // A thread of its own, since none takes its priority back; the pool's waits for it, as the program's end
+    // does for the pool.
+    QThreadPool::globalInstance()->start([work] { std::thread(work).join(); });
 }
 
 void AppUninstallerScanner::setIsSystemApp(bool isSystemApp)

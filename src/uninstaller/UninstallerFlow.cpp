@@ -11,8 +11,6 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
-#include <cstdio>
-#include <ctime>
 #include <utility>
 
 namespace quillbay {
@@ -147,30 +145,17 @@ void UninstallerFlow::pollAccess()
     startScan();
 }
 
-double T();
 void UninstallerFlow::finishScan()
 {
-    if (m_stage == Stage::Scanning && !m_scanner.isScanning() && m_scanner.scanStage() == ScanStage::done) {
-        double a = T();
+    if (m_stage == Stage::Scanning && !m_scanner.isScanning() && m_scanner.scanStage() == ScanStage::done)
         setStage(Stage::Review);
-        fprintf(stderr, "review %.2f\n", T() - a);
-    }
 }
 
-double T()
-{
-    timespec t;
-    clock_gettime(CLOCK_MONOTONIC, &t);
-    return t.tv_sec * 1e3 + t.tv_nsec / 1e6;
-}
 void UninstallerFlow::updateFiles()
 {
-    double a = T();
     m_rows.setFiles(m_scanner.residualFiles());
-    double b = T();
     ++m_revision;
     Q_EMIT filesChanged();
-    fprintf(stderr, "setFiles %.2f filesChanged %.2f\n", b - a, T() - b);
 }
 
 ResidualCategorySummary UninstallerFlow::category(const QString &name) const
