@@ -113,6 +113,9 @@ class Sampler(LauncherCase):
         wait_until(lambda: self.windows("Drop target"), PATIENCE, "no drop target")
         self.press("QR Generator")
         self.program.find("label", "Enter text above to preview QR")
+        # The drop target had the keyboard.
+        wait_until(lambda: self.desktop.output("xdotool", "getactivewindow", "getwindowname").strip() == "Quillbay",
+                   PATIENCE, "the window is not active")
         self.hands.type(SECRET)
         self.hands.pick_up(self.program.find("image", "QR Code"))
         for step in (0, 1, 2, 3):
