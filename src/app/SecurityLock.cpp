@@ -24,12 +24,6 @@ QString touchIDKey()
     return QStringLiteral("quillbay_hidden_use_touchid");
 }
 
-void store(PreferenceStore preferences, const QString &password, bool useTouchID)
-{
-    preferences.setString(passwordKey(), password);
-    preferences.setBoolean(touchIDKey(), useTouchID);
-}
-
 void tell(const SecurityLock::Completion &completion, bool success, const QString &error = {},
           const QString &otherwise = {})
 {
@@ -138,9 +132,11 @@ void SecurityLock::setSecurityPassword(const QString &password, bool useTouchID,
 {
     const auto keep = [self = QPointer(this), preferences = m_security, visit = m_visit, password,
                        useTouchID] {
-        store(preferences, password, useTouchID);
+        PreferenceStore store = preferences;
+        store.setString(passwordKey(), password);
         if (!self)
             return;
+        store.setBoolean(touchIDKey(), useTouchID);
         if (visit == self->m_visit)
             self->open();
         else

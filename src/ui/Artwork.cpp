@@ -59,6 +59,12 @@ qreal distanceToRoundedRect(QPointF point, QSizeF size, qreal radius)
     return std::min(std::max(x, y), 0.0) + std::hypot(std::max(x, 0.0), std::max(y, 0.0)) - radius;
 }
 
+/// How much of a shadow's colour lies that many standard deviations outside the edge.
+qreal shadowStrength(qreal deviations)
+{
+    return 0.5 * std::erfc(deviations / M_SQRT2);
+}
+
 /// Pictures leave at ratio 1: the item that shows them has its own size.
 QImage finished(QImage image)
 {
@@ -106,7 +112,8 @@ QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, co
         return {};
     constexpr qreal pixelsPerDeviation = 2; // below this it shows steps when it is scaled up
     const qreal ratio = std::min(1.0, pixelsPerDeviation / blur);
-    QImage image = canvas(width + 6 * blur, height + 6 * blur, ratio);
+    const qreal reach = shadowReach(blur, color);
+    QImage image = canvas(width + 2 * reach, height + 2 * reach, ratio);
     const QPointF centre(image.width() / ratio / 2, image.height() / ratio / 2);
     const QRgb below = qPremultiply(ground.rgba());
     for (int y = 0; y < image.height(); ++y) {
@@ -115,11 +122,21 @@ QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, co
             const QPointF point = QPointF(x + 0.5, y + 0.5) / ratio - centre;
             const qreal distance = distanceToRoundedRect(point, {width, height}, radius);
             const QRgb above =
-                qPremultiply(faded(color, 0.5 * std::erfc(distance / (blur * M_SQRT2))).rgba());
+                qPremultiply(faded(color, shadowStrength(distance / blur)).rgba());
             line[x] = over(above, below);
         }
     }
     return finished(image);
+}
+
+qreal Artwork::shadowReach(qreal blur, const QColor &color) const
+{
+    constexpr qreal unseen = 0.5 / 255;
+    constexpr qreal step = 0.1;
+    qreal deviations = 0;
+    while (color.alphaF() * shadowStrength(deviations) > unseen)
+        deviations += step;
+    return std::ceil(deviations * blur);
 }
 
 QVariant Artwork::card(bool dark, const QColor &windowBackground, bool dashed, qreal ratio)

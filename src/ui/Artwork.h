@@ -30,10 +30,12 @@ public:
                                const QColor &stroke, qreal ratio) const;
 
     /// The soft shadow, or the glow, of a rounded rectangle of that size: `blur` is its standard deviation.
-    /// Three times that is added to the picture on every side. Painted at reduced resolution, so it needs no
+    /// `shadowReach` is added to the picture on every side. Painted at reduced resolution, so it needs no
     /// device pixel ratio. With a `ground` the whole picture is that colour below the shadow.
     Q_INVOKABLE QVariant shadow(qreal width, qreal height, qreal radius, qreal blur, const QColor &color,
                                 const QColor &ground = Qt::transparent) const;
+    /// How far such a shadow can be seen: beyond that it is less than half a step of the screen's colours.
+    Q_INVOKABLE qreal shadowReach(qreal blur, const QColor &color) const;
 
     /// What a card stands on, the same picture for all cards of a look; `dashed` is the one that makes a
     /// folder. It reaches `cardReach` beyond the card on every side.

@@ -115,6 +115,7 @@ FocusScope {
         width: panel.width
         height: panel.height
         hollow: true
+        hiddenFrom: 0.98
         ground: Qt.rgba(0, 0, 0, 0.45)
         color: Qt.rgba(0, 0, 0, Theme.dark ? 0.4 : 0.15)
     }

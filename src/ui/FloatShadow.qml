@@ -12,8 +12,9 @@ Item {
     property real blur: 40
     property real offset: 20
     property color color: Qt.rgba(0, 0, 0, 0.25)
-    /*! Nothing is drawn where the rectangle itself hides it. */
+    /*! Nothing is drawn where the rectangle itself hides it, drawn at `hiddenFrom` of its size or larger. */
     property bool hollow: false
+    property real hiddenFrom: 1
     /*! Below the shadow, as far as it reaches. */
     property color ground: "transparent"
     /*! What it reaches, in the coordinates of this item's parent. */
@@ -21,11 +22,19 @@ Item {
 
     PictureItem {
         id: picture
-        x: -3 * root.blur
-        y: -3 * root.blur + root.offset
-        width: root.width + 6 * root.blur
-        height: root.height + 6 * root.blur
-        hole: root.hollow ? Qt.rect(3 * root.blur + root.radius, 3 * root.blur - root.offset + root.radius, root.width - 2 * root.radius, root.height - 2 * root.radius) : Qt.rect(0, 0, 0, 0)
+
+        // From an edge to the corner of a rectangle that the rounded one contains.
+        readonly property real corner: root.radius * (1 - Math.SQRT1_2)
+        readonly property real insetX: corner + root.width * (1 - root.hiddenFrom) / 2
+        readonly property real insetY: corner + root.height * (1 - root.hiddenFrom) / 2
+
+        readonly property real margin: Artwork.shadowReach(root.blur, root.color)
+
+        x: -margin
+        y: -margin + root.offset
+        width: root.width + 2 * margin
+        height: root.height + 2 * margin
+        hole: root.hollow ? Qt.rect(insetX - x, insetY - y, root.width - 2 * insetX, root.height - 2 * insetY) : Qt.rect(0, 0, 0, 0)
         picture: root.visible ? Artwork.shadow(root.width, root.height, root.radius, root.blur, root.color, root.ground) : undefined
     }
 }
