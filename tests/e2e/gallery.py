@@ -69,14 +69,16 @@ class Gallery:
 
     @contextlib.contextmanager
     def in_root_with(self, files, read_only=""):
-        """Meanwhile the program starts in a root folder with these files in it besides the machine's, and cannot change what
-        is in that one folder."""
+        """Meanwhile the program starts in a root folder with these files in it besides the machine's or over them, and cannot
+        change what is in that one folder."""
         made, root = self.desktop.folder / "made", self.desktop.folder / "root"
         made.mkdir(exist_ok=True)
         root.mkdir(exist_ok=True)
         for path, content in files.items():
             (made / path).parent.mkdir(parents=True, exist_ok=True)
             (made / path).write_text(content)
+            if content.startswith("#!"):
+                (made / path).chmod(0o755)
         script = self.desktop.home / "bin" / "in-made-root"
         runner = pathlib.Path(__file__).with_name("in_made_root.sh")
         script.write_text(f'#!/bin/sh\nexport MADE_READ_ONLY="{read_only}"\nexec "{runner}" "{made}" "{root}" "{self.binary}" "$@"\n')

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Runs a program in a root folder made of the machine's own and of what FILES has, for itself alone.
+# Runs a program in a root folder made of the machine's own and of what FILES has, for itself alone. A file that the machine
+# has as well is the one of FILES.
 #   in_made_root.sh FILES EMPTY-FOLDER PROGRAM [ARGUMENT...]
 # Environment: MADE_READ_ONLY, a folder in which nothing can be changed meanwhile.
 set -e
@@ -15,9 +16,13 @@ for entry in /*; do
     if [ -L "$entry" ]; then
         cp -P "$entry" "$root$entry"
     elif [ -d "$entry" ]; then
-        mkdir "$root$entry"
+        mkdir -p "$root$entry"
         mount --rbind "$entry" "$root$entry"
     fi
+done
+find "$files" -type f | while read -r file; do
+    place=${file#"$files"}
+    [ ! -f "$place" ] || mount --bind "$file" "$root$place"
 done
 if [ -n "$MADE_READ_ONLY" ]; then
     mount --bind "$root$MADE_READ_ONLY" "$root$MADE_READ_ONLY"
