@@ -12,6 +12,7 @@ T.Popup {
 
     /*! What the screen reader calls it. */
     property string title
+    property real cornerRadius: 16
 
     signal accepted
 
@@ -26,25 +27,35 @@ T.Popup {
     implicitWidth: Math.min(contentWidth + leftPadding + rightPadding, parent ? parent.width - 32 : contentWidth)
     implicitHeight: Math.min(contentHeight + topPadding + bottomPadding, parent ? parent.height - 32 : contentHeight)
 
-    T.Overlay.modal: Rectangle {
-        color: Qt.rgba(0, 0, 0, Theme.dark ? 0.4 : 0.2)
+    // The panel hides what is below it: the largest part of a darkened window need not be drawn.
+    T.Overlay.modal: Item {
         opacity: root.opacity
+
+        DimmedSurround {
+            anchors.fill: parent
+            hole: shadow.reach
+            color: shadow.ground
+        }
+        FloatShadow {
+            id: shadow
+            x: root.x
+            y: root.y
+            width: root.width
+            height: root.height
+            radius: root.cornerRadius
+            hollow: true
+            hiddenFrom: 0.97
+            ground: Qt.rgba(0, 0, 0, Theme.dark ? 0.4 : 0.2)
+        }
     }
     readonly property FocusReturn focusReturn: FocusReturn {}
     onClosed: focusReturn.giveBack()
     onAboutToShow: focusReturn.remember(parent)
 
-    background: Item {
-        FloatShadow {
-            anchors.fill: parent
-            radius: 16
-        }
-        Rectangle {
-            anchors.fill: parent
-            radius: 16
-            color: Theme.mix(Theme.windowBackground, "white", Theme.dark ? 0.04 : 0.5)
-            border.color: Theme.fade(Theme.primary, 0.12)
-        }
+    background: Rectangle {
+        radius: root.cornerRadius
+        color: Theme.mix(Theme.windowBackground, "white", Theme.dark ? 0.04 : 0.5)
+        border.color: Theme.fade(Theme.primary, 0.12)
     }
     contentItem: FocusScope {
         focus: true

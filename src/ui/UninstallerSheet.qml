@@ -15,19 +15,13 @@ Sheet {
     padding: 0
     contentWidth: 680
     contentHeight: 560
+    cornerRadius: 20
     onClosed: ViewModel.appToUninstall = ""
     Component.onCompleted: open()
 
-    background: Item {
-        FloatShadow {
-            anchors.fill: parent
-            radius: 20
-        }
-        VisualEffectView {
-            anchors.fill: parent
-            radius: 20
-            blendingMode: "withinWindow"
-        }
+    background: VisualEffectView {
+        radius: root.cornerRadius
+        blendingMode: "withinWindow"
     }
 
     AppUninstallerView {
@@ -39,7 +33,7 @@ Sheet {
     // Over all that reaches the panel's edge.
     Rectangle {
         anchors.fill: parent
-        radius: 20
+        radius: root.cornerRadius
         color: "transparent"
         border.color: Theme.fade(Theme.primary, 0.12)
     }
