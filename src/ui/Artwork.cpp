@@ -121,8 +121,7 @@ QVariant Artwork::shadow(qreal width, qreal height, qreal radius, qreal blur, co
         for (int x = 0; x < image.width(); ++x) {
             const QPointF point = QPointF(x + 0.5, y + 0.5) / ratio - centre;
             const qreal distance = distanceToRoundedRect(point, {width, height}, radius);
-            const QRgb above =
-                qPremultiply(faded(color, shadowStrength(distance / blur)).rgba());
+            const QRgb above = qPremultiply(faded(color, shadowStrength(distance / blur)).rgba());
             line[x] = over(above, below);
         }
     }

@@ -88,9 +88,8 @@ Screens::Screens(ScreenTypes &types, QuillbayViewModel &viewModel, WorkspaceMana
     m_content.reset(content.create());
     for (const QQmlError &error : content.errors())
         qWarning("%s", qUtf8Printable(error.toString()));
-    // Without it nothing is made asynchronously, whatever a loader asks for.
-    if (QQuickWindow *shown = window())
-        types.m_engine.setIncubationController(shown->incubationController());
+    // From here on: what is there at the start is all made at once.
+    types.m_engine.setIncubationController(&types.m_incubation);
     loadToolsLater(tools);
 }
 

@@ -8,6 +8,7 @@
 #include "app/LibraryActions.h"
 #include "app/UnifiedCards.h"
 #include "app/WorkspaceListModel.h"
+#include "ui/Incubation.h"
 #include "ui/Uninstalling.h"
 
 #include <QQmlComponent>
@@ -65,6 +66,7 @@ private:
     friend class Screens;
 
     QQmlEngine m_engine;
+    Incubation m_incubation;
     QQmlComponent m_content;
 };
 
