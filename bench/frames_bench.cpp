@@ -13,14 +13,10 @@
 
 #include "bench/FrameMeter.h"
 #include "bench/OwnDisplay.h"
-#include "library/AppIconLoader.h"
+#include "bench/ProgramScreens.h"
 #include "support/TestHome.h"
 #include "support/TestLibrary.h"
-#include "tools/Tools.h"
 #include "ui/QmlSingletons.h"
-#include "ui/Screens.h"
-#include "ui/vocabulary/Theme.h"
-#include "uninstaller/Uninstaller.h"
 
 #include <QAbstractListModel>
 #include <QOffscreenSurface>
@@ -446,56 +442,29 @@ void measure(int rounds, QByteArrayView part)
     const QByteArray renderer = rendererName();
     const bool isSoftware = renderer.contains("llvmpipe") || renderer.contains("softpipe");
     TestLibrary library;
-    AppIconLoader::setSource(library.fakes.icons);
     if (!library.install(madeApplications()))
         stop("the library was not scanned");
     fill(library);
     library.workspaces->setActiveWorkspaceID(library.workspaces->workspaces().first().id);
-    FakeAppearance appearance;
-    FakeWindowEffects effects;
-    Theme theme(appearance, effects);
-    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, *library.fakes.biometrics,
-                                library.preferences);
-    {
-        const FakePlatform &fakes = library.fakes;
-        AdminPrivileges admin(*fakes.elevation);
-        Uninstaller uninstaller({nullptr,
-                                 nullptr,
-                                 {},
-                                 *fakes.fileRemoval,
-                                 *fakes.trash,
-                                 admin,
-                                 *fakes.fullDiskAccess,
-                                 library.home.path()});
-        Tools tools(library.preferences, *library.workspaces, library.notifications, *fakes.colorSampler,
-                    *fakes.windowEffects);
-        ScreenTypes types;
-        Screens screens(types, viewModel, *library.workspaces, library.notifications, uninstaller, tools);
-        QQuickWindow *window = screens.window();
-        if (!window)
-            stop("the screens could not be loaded");
-        window->resize(windowSize);
-        window->show();
-        window->requestActivate();
-        Stage stage(library, *window);
-        std::printf("Drawn by %s, %d by %d; milliseconds, median and 99th percentile\n", renderer.constData(),
-                    window->width(), window->height());
-        stage.warmUp();
-        const auto wants = [part](const char *name) { return part.isEmpty() || part == name; };
-        if (wants("scrolling"))
-            stage.measureScrolling(rounds, isSoftware);
-        if (wants("typing"))
-            stage.measureTyping(rounds, isSoftware);
-        if (wants("modal"))
-            stage.measureModal(rounds, isSoftware);
-        if (wants("workspaces"))
-            stage.measureWorkspaces("a workspace switched, by name", rounds, isSoftware);
-        if (wants("cards")) {
-            LibrarySingleton::instance->setSortOption(QStringLiteral("Category"));
-            stage.measureWorkspaces("a workspace switched, with cards", rounds, isSoftware);
-        }
+    ProgramScreens screens(library);
+    QQuickWindow &window = screens.show(windowSize);
+    Stage stage(library, window);
+    std::printf("Drawn by %s, %d by %d; milliseconds, median and 99th percentile\n", renderer.constData(),
+                window.width(), window.height());
+    stage.warmUp();
+    const auto wants = [part](const char *name) { return part.isEmpty() || part == name; };
+    if (wants("scrolling"))
+        stage.measureScrolling(rounds, isSoftware);
+    if (wants("typing"))
+        stage.measureTyping(rounds, isSoftware);
+    if (wants("modal"))
+        stage.measureModal(rounds, isSoftware);
+    if (wants("workspaces"))
+        stage.measureWorkspaces("a workspace switched, by name", rounds, isSoftware);
+    if (wants("cards")) {
+        LibrarySingleton::instance->setSortOption(QStringLiteral("Category"));
+        stage.measureWorkspaces("a workspace switched, with cards", rounds, isSoftware);
     }
-    AppIconLoader::shutDown();
 }
 
 } // namespace

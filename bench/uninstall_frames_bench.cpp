@@ -10,13 +10,10 @@
 #include "app/QuillbayViewModel.h"
 #include "bench/MadeHome.h"
 #include "bench/OwnDisplay.h"
-#include "library/AppIconLoader.h"
+#include "bench/ProgramScreens.h"
 #include "support/TestHome.h"
 #include "support/TestLibrary.h"
-#include "tools/Tools.h"
-#include "ui/Screens.h"
-#include "ui/vocabulary/Theme.h"
-#include "uninstaller/Uninstaller.h"
+#include "uninstaller/UninstallerFlow.h"
 
 #include <QDeadlineTimer>
 #include <QEventLoop>
@@ -330,46 +327,19 @@ void measure(TimedApplication &application, int rounds)
         fail("a temporary folder");
     const auto roots = std::make_shared<MadeRoots>(makeHome(QFile::encodeName(folder.path())));
     TestLibrary library;
-    AppIconLoader::setSource(library.fakes.icons);
     QStringList apps;
     for (int i = 0; i < 100; ++i)
         apps.append(QStringLiteral("Application %1:Office").arg(i));
     if (!library.install(apps))
         stop("the library was not scanned");
-    FakeAppearance appearance;
-    FakeWindowEffects effects;
-    Theme theme(appearance, effects);
-    QuillbayViewModel viewModel(*library.finder, *library.fakes.launcher, *library.fakes.biometrics,
-                                library.preferences);
-    {
-        const FakePlatform &fakes = library.fakes;
-        AdminPrivileges admin(*fakes.elevation);
-        Uninstaller uninstaller({roots,
-                                 nullptr,
-                                 {},
-                                 *fakes.fileRemoval,
-                                 *fakes.trash,
-                                 admin,
-                                 *fakes.fullDiskAccess,
-                                 library.home.path()});
-        Tools tools(library.preferences, *library.workspaces, library.notifications, *fakes.colorSampler,
-                    *fakes.windowEffects);
-        ScreenTypes types;
-        Screens screens(types, viewModel, *library.workspaces, library.notifications, uninstaller, tools);
-        QQuickWindow *window = screens.window();
-        if (!window)
-            stop("the screens could not be loaded");
-        window->resize(windowSize);
-        window->show();
-        window->requestActivate();
-        Rounds measuring(application, viewModel, *window, *roots);
-        measuring.run(false); // reads the home, and makes what is made once
-        for (int round = 0; round < rounds; ++round)
-            measuring.run(true);
-        measuring.print();
-        window->hide(); // ends what draws, before what listens to it
-    }
-    AppIconLoader::shutDown();
+    ProgramScreens screens(library, roots);
+    QQuickWindow &window = screens.show(windowSize);
+    Rounds measuring(application, screens.viewModel(), window, *roots);
+    measuring.run(false); // reads the home, and makes what is made once
+    for (int round = 0; round < rounds; ++round)
+        measuring.run(true);
+    measuring.print();
+    window.hide(); // ends what draws, before what listens to it
 }
 
 } // namespace
