@@ -1,5 +1,7 @@
 #include "uninstaller/ProtectedPaths.h"
 
+#include "uninstaller/PlainPath.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -14,17 +16,6 @@ QByteArray realPath(const QByteArray &path)
 {
     const std::unique_ptr<char, decltype(&std::free)> real(::realpath(path.constData(), nullptr), &std::free);
     return QByteArray(real.get());
-}
-
-bool isPlain(const QByteArray &path)
-{
-    if (path.size() < 2 || path.front() != '/' || path.contains('\0'))
-        return false;
-    for (const QByteArray &part : path.mid(1).split('/')) {
-        if (part.isEmpty() || part == "." || part == "..")
-            return false;
-    }
-    return true;
 }
 
 std::pair<quint64, quint64> folderOf(const struct stat &status)
@@ -70,7 +61,7 @@ void ProtectedPaths::addWithParents(const QByteArray &path)
 
 bool ProtectedPaths::contains(const QByteArray &path) const
 {
-    if (!isPlain(path) || m_paths.contains(path))
+    if (!isPlainPath(path) || m_paths.contains(path))
         return true;
     const qsizetype slash = path.lastIndexOf('/');
     errno = 0;

@@ -1,5 +1,7 @@
 #include "uninstaller/RemovalGuard.h"
 
+#include "uninstaller/PlainPath.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -12,17 +14,6 @@
 namespace quillbay {
 
 namespace {
-
-bool isPlain(const QByteArray &path)
-{
-    if (path.size() < 2 || !path.startsWith('/') || path.contains('\0'))
-        return false;
-    for (const QByteArray &step : path.mid(1).split('/')) {
-        if (step.isEmpty() || step == "." || step == "..")
-            return false;
-    }
-    return true;
-}
 
 QByteArray base(const char *variable, const QByteArray &otherwise)
 {
@@ -99,7 +90,7 @@ RemovalGuard RemovalGuard::ofSession()
 
 bool RemovalGuard::refuses(const QByteArray &path) const
 {
-    if (!isPlain(path))
+    if (!isPlainPath(path))
         return true;
     const auto file = FileIdentity::of(path);
     return !file || m_files.contains(*file);

@@ -1,12 +1,13 @@
 #include "platform/linux/colors/PortalColorSampler.h"
 
+#include "platform/linux/desktop/Portal.h"
+
 #include <QDBusArgument>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QGuiApplication>
-#include <QUuid>
 #include <QWindow>
 
 #include <utility>
@@ -15,10 +16,7 @@ namespace quillbay::platform {
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString screenshotInterface = QStringLiteral("org.freedesktop.portal.Screenshot");
-const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 
 // Of a Response.
 constexpr uint granted = 0;
@@ -67,8 +65,8 @@ PortalColorSampler::~PortalColorSampler()
 {
     if (m_request.isEmpty())
         return;
-    QDBusMessage close =
-        QDBusMessage::createMethodCall(portalService, m_request, requestInterface, QStringLiteral("Close"));
+    QDBusMessage close = QDBusMessage::createMethodCall(portal::service, m_request, portal::requestInterface,
+                                                        QStringLiteral("Close"));
     close.setAutoStartService(false);
     m_bus.send(close);
 }
@@ -87,16 +85,14 @@ void PortalColorSampler::ask()
         finish({ColorSample::Outcome::Unavailable, 0, 0, 0, QStringLiteral("there is no session bus")});
         return;
     }
-    // The path of the answer is known before the question, so that no answer comes before somebody listens.
-    const QString token = QStringLiteral("quillbay_") + QUuid::createUuid().toString(QUuid::Id128);
-    const QString sender = m_bus.baseService().mid(1).replace(QLatin1Char('.'), QLatin1Char('_'));
-    m_request = portalPath + QStringLiteral("/request/%1/%2").arg(sender, token);
-    m_bus.connect(QString(), m_request, requestInterface, QStringLiteral("Response"), this,
+    const QString token = portal::newToken();
+    m_request = portal::requestPath(m_bus, token);
+    m_bus.connect(QString(), m_request, portal::requestInterface, QStringLiteral("Response"), this,
                   SLOT(onResponse(uint, QVariantMap)));
-    m_portal.addWatchedService(portalService);
+    m_portal.addWatchedService(portal::service);
     m_isTaken = false;
 
-    QDBusMessage call = QDBusMessage::createMethodCall(portalService, portalPath, screenshotInterface,
+    QDBusMessage call = QDBusMessage::createMethodCall(portal::service, portal::path, screenshotInterface,
                                                        QStringLiteral("PickColor"));
     call << parentWindow() << QVariantMap{{QStringLiteral("handle_token"), token}};
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
@@ -133,7 +129,7 @@ void PortalColorSampler::refused(const QDBusError &error)
 void PortalColorSampler::finish(const ColorSample &sample)
 {
     if (!m_request.isEmpty())
-        m_bus.disconnect(QString(), m_request, requestInterface, QStringLiteral("Response"), this,
+        m_bus.disconnect(QString(), m_request, portal::requestInterface, QStringLiteral("Response"), this,
                          SLOT(onResponse(uint, QVariantMap)));
     m_request.clear();
     m_portal.setWatchedServices({});

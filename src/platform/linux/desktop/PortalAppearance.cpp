@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/PortalAppearance.h"
 
+#include "platform/linux/desktop/Portal.h"
+
 #include <QCoreApplication>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -14,8 +16,6 @@ namespace quillbay::platform {
 
 namespace {
 
-constexpr char portalService[] = "org.freedesktop.portal.Desktop";
-constexpr char portalPath[] = "/org/freedesktop/portal/desktop";
 constexpr char settingsInterface[] = "org.freedesktop.portal.Settings";
 
 enum Setting : std::size_t { ColorScheme, ReducedMotion, EnableAnimations, IconTheme };
@@ -74,8 +74,8 @@ PortalAppearance::PortalAppearance(const QDBusConnection &bus, std::chrono::mill
 
 void PortalAppearance::followPortal()
 {
-    auto *watcher = new QDBusServiceWatcher(QLatin1String(portalService), m_bus,
-                                            QDBusServiceWatcher::WatchForOwnerChange, this);
+    auto *watcher =
+        new QDBusServiceWatcher(portal::service, m_bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) {
                 if (!owner.isEmpty() && std::exchange(m_portal, owner) != owner)
@@ -84,7 +84,7 @@ void PortalAppearance::followPortal()
     // Without a sender's name: naming it makes the library ask the bus for the owner, and wait. The slot
     // checks it.
     const bool followed =
-        m_bus.connect(QString(), QLatin1String(portalPath), QLatin1String(settingsInterface),
+        m_bus.connect(QString(), portal::path, QLatin1String(settingsInterface),
                       QStringLiteral("SettingChanged"), this, SLOT(onSettingChanged(QDBusMessage)));
     if (!followed)
         qWarning("The desktop's changes of looks cannot be followed");
@@ -99,9 +99,8 @@ void PortalAppearance::readAll()
 
 void PortalAppearance::read(std::size_t setting)
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(QLatin1String(portalService), QLatin1String(portalPath),
-                                       QLatin1String(settingsInterface), QStringLiteral("Read"));
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        portal::service, portal::path, QLatin1String(settingsInterface), QStringLiteral("Read"));
     call << QString(settingNames[setting].group) << QString(settingNames[setting].key);
     auto *watcher =
         new QDBusPendingCallWatcher(m_bus.asyncCall(call, static_cast<int>(m_timeout.count())), this);

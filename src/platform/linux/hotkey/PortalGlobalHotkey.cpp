@@ -1,33 +1,25 @@
 #include "platform/linux/hotkey/PortalGlobalHotkey.h"
 
 #include "platform/Platform.h"
+#include "platform/linux/desktop/Portal.h"
 #include "platform/linux/hotkey/PortalShortcut.h"
 
 #include <QDBusError>
 #include <QDBusMetaType>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
-#include <QUuid>
 
 namespace quillbay::platform {
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
-const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 const QString shortcutId = QStringLiteral("show");
 
-QString newToken()
-{
-    return QStringLiteral("quillbay_") + QUuid::createUuid().toString(QUuid::Id128);
-}
-
 QDBusMessage shortcutsCall(const QString &method)
 {
-    return QDBusMessage::createMethodCall(portalService, portalPath, shortcutsInterface, method);
+    return QDBusMessage::createMethodCall(portal::service, portal::path, shortcutsInterface, method);
 }
 
 /// The portals disagree with their own description about the type of a path.
@@ -78,7 +70,7 @@ void PortalGlobalHotkey::sayWhoWeAre()
         return;
     }
     QDBusMessage message = QDBusMessage::createMethodCall(
-        portalService, portalPath, QStringLiteral("org.freedesktop.host.portal.Registry"),
+        portal::service, portal::path, QStringLiteral("org.freedesktop.host.portal.Registry"),
         QStringLiteral("Register"));
     message << QString::fromLatin1(applicationId) << QVariantMap();
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
@@ -93,20 +85,17 @@ void PortalGlobalHotkey::createSession()
     const QVariantMap options{
         {QStringLiteral("handle_token"),
          subscribe(SLOT(onCreateSessionResponse(uint, QVariantMap, QDBusMessage)))},
-        {QStringLiteral("session_handle_token"), newToken()},
+        {QStringLiteral("session_handle_token"), portal::newToken()},
     };
     call(shortcutsCall(QStringLiteral("CreateSession")) << options);
 }
 
-/// Connects to the answer of a request that is yet to be made, and returns the token to make it with. The
-/// path is known in advance, so that no answer can come before somebody listens.
+/// Connects to the answer of a request that is yet to be made, and returns the token to make it with.
 QString PortalGlobalHotkey::subscribe(const char *responseSlot)
 {
-    const QString token = newToken();
-    const QString sender = m_bus.baseService().mid(1).replace(QLatin1Char('.'), QLatin1Char('_'));
-    const QString path = portalPath + QStringLiteral("/request/%1/%2").arg(sender, token);
-    // No service name: Qt would wait for the bus to tell who owns it, and nobody else can guess the path.
-    m_bus.connect(QString(), path, requestInterface, QStringLiteral("Response"), this, responseSlot);
+    const QString token = portal::newToken();
+    m_bus.connect(QString(), portal::requestPath(m_bus, token), portal::requestInterface,
+                  QStringLiteral("Response"), this, responseSlot);
     return token;
 }
 
@@ -135,7 +124,7 @@ void PortalGlobalHotkey::onCreateSessionResponse(uint code, const QVariantMap &r
     m_portal.addWatchedService(portal);
     m_bus.connect(portal, m_session, sessionInterface, QStringLiteral("Closed"), this,
                   SLOT(onSessionClosed()));
-    m_bus.connect(portal, portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
+    m_bus.connect(portal, portal::path, shortcutsInterface, QStringLiteral("Activated"), this,
                   SLOT(onActivated(QDBusObjectPath, QString, qulonglong, QVariantMap)));
     bind();
 }
@@ -194,7 +183,7 @@ void PortalGlobalHotkey::closeSession()
     if (m_session.isEmpty())
         return;
     QDBusMessage message =
-        QDBusMessage::createMethodCall(portalService, m_session, sessionInterface, QStringLiteral("Close"));
+        QDBusMessage::createMethodCall(portal::service, m_session, sessionInterface, QStringLiteral("Close"));
     message.setAutoStartService(false);
     m_bus.send(message);
     m_session.clear();
