@@ -2,6 +2,7 @@
 
 #include "ui/IconShadow.h"
 #include "ui/PictureNode.h"
+#include "ui/RoundedIcon.h"
 
 #include <QCache>
 #include <QPainter>
@@ -19,19 +20,6 @@ constexpr qreal cornerRadius = 10;
 constexpr qreal shadowRadius = 2;
 constexpr qreal shadowOffset = 1;
 constexpr qreal shadowOpacity = 0.3;
-
-QImage rounded(const QImage &icon)
-{
-    QImage result(icon.size(), QImage::Format_ARGB32_Premultiplied);
-    result.fill(Qt::transparent);
-    QPainter painter(&result);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(icon);
-    const qreal radius = cornerRadius * icon.width() / CardIcons::edge;
-    painter.drawRoundedRect(result.rect(), radius, radius);
-    return result;
-}
 
 /// What cards show of the same icon, again and again.
 QImage keptCardIcon(const QImage &icon)
@@ -53,7 +41,7 @@ QImage cardIcon(const QImage &icon)
         return {};
     const qreal ratio = qreal(icon.width()) / CardIcons::edge;
     const int reach = int(std::lround(cardIconReach * ratio));
-    const QImage face = rounded(icon);
+    const QImage face = roundedPicture(icon, cornerRadius * ratio);
     const IconShadow shadow = iconShadow(face, CardIcons::edge, shadowRadius, shadowOffset, shadowOpacity);
     return onShadow(face, shadow, QMargins(reach, reach, reach, reach));
 }

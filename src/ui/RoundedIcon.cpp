@@ -27,6 +27,19 @@ void turnGrey(QImage &image, qreal part)
 
 } // namespace
 
+QImage roundedPicture(const QImage &picture, qreal radius)
+{
+    QImage result(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    result.fill(Qt::transparent);
+    QPainter painter(&result);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(picture);
+    painter.drawRoundedRect(result.rect(), radius, radius);
+    painter.end();
+    return result;
+}
+
 RoundedIcon::RoundedIcon(QQuickItem *parent)
     : PictureItem(parent)
 {
@@ -64,15 +77,7 @@ void RoundedIcon::paint()
     const QImage icon = m_loader.icon();
     if (icon.isNull() || width() <= 0)
         return;
-    QImage picture(icon.size(), QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(icon);
-    const qreal corner = m_radius * picture.width() / width();
-    painter.drawRoundedRect(picture.rect(), corner, corner);
-    painter.end();
+    QImage picture = roundedPicture(icon, m_radius * icon.width() / width());
     if (m_grey > 0)
         turnGrey(picture, m_grey);
     setPicture(picture);

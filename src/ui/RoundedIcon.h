@@ -3,7 +3,12 @@
 #include "library/AppIconLoader.h"
 #include "ui/PictureItem.h"
 
+#include <QImage>
+
 namespace quillbay {
+
+/// The picture with its corners cut to arcs of that radius, in its own pixels.
+QImage roundedPicture(const QImage &picture, qreal radius);
 
 /// The icon of an application, clipped to a rounded rectangle, without a shadow; can be painted in grey.
 /// Square. Thread: main thread.
