@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates
 
 /*! Brings the keyboard back where it was before a sheet, popover or menu took it. */
 QtObject {
@@ -12,11 +13,24 @@ QtObject {
     function remember(item: Item) {
         root.origin = item ? item.Window.activeFocusItem : null;
     }
-    /*! Nothing happens once the place is gone, or when something else has the keyboard by now. */
+    function isIn(ancestor: Item, item: Item): bool {
+        while (item && item !== ancestor)
+            item = item.parent;
+        return item !== null;
+    }
+    /*! Nothing happens once the place is gone, or when something else has the keyboard by now: also what has been opened
+        meanwhile in a window that is not the active one. */
     function giveBack() {
-        const held = root.origin ? root.origin.Window.activeFocusItem : null;
-        if (root.origin && root.origin.visible && (!held || held === root.origin.Window.contentItem))
-            root.origin.forceActiveFocus(Qt.PopupFocusReason);
+        const place = root.origin;
         root.origin = null;
+        if (!place || !place.visible)
+            return;
+        const held = place.Window.activeFocusItem;
+        if (held && held !== place.Window.contentItem)
+            return;
+        const overlay = place.Overlay.overlay;
+        if (!place.Window.active && overlay.visible && !isIn(overlay, place))
+            return;
+        place.forceActiveFocus(Qt.PopupFocusReason);
     }
 }

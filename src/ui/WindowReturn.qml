@@ -3,8 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Templates as T
 
-/*! Tells that the window has come back and what is in it needs the keyboard: a popover, menu or sheet that had it still
-    has it. */
+/*! Tells that the window has come back and what is in it needs the keyboard: a popover, menu or sheet keeps it, also one
+    that the press has opened which brought the window back. */
 Item {
     id: root
 
@@ -13,15 +13,9 @@ Item {
 
     signal returned
 
-    function isInPopup(item: Item): bool {
-        while (item && item !== overlay)
-            item = item.parent;
-        return item !== null;
-    }
-
     /*! Not at once: what had the keyboard is given it back after this. */
     function look() {
-        if (root.window.active && !isInPopup(root.window.activeFocusItem))
+        if (root.window.active && !overlay.visible)
             returned();
     }
 

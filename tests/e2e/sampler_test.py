@@ -72,9 +72,12 @@ class Sampler(LauncherCase):
         self.press("Open Screen Ruler")
         self.program.find("label", "Width 400 px")
         wait_until(lambda: "400 × 300 px" in self.stored("quillbay_recent_measurements"), PATIENCE, "not recorded")
+        window = wait_until(lambda: self.windows("Screen Ruler"), PATIENCE, "no ruler")[-1]
+        wait_until(lambda: "ABOVE" in self.desktop.output("xprop", "-id", window, "_NET_WM_STATE")
+                   and "not found" not in self.desktop.output("xprop", "-id", window, "_NET_FRAME_EXTENTS"),
+                   PATIENCE, "it is not kept above the others")
+        # It has its place now.
         x, y = self.corner("Screen Ruler")
-        state = self.desktop.output("xprop", "-id", self.windows("Screen Ruler")[-1], "_NET_WM_STATE")
-        self.assertIn("ABOVE", state)
 
         for step in (1, 0):
             self.hands.point(x + 400 - 2 - step, y + 300 - 2 - step)
@@ -123,6 +126,8 @@ class Sampler(LauncherCase):
         # The drop target had the keyboard.
         wait_until(lambda: self.desktop.output("xdotool", "getactivewindow", "getwindowname").strip() == "Quillbay",
                    PATIENCE, "the window is not active")
+        self.press("Type URL or text...", "text")
+        wait_until(lambda: self.program.is_focused(self.program.find("text", "Type URL or text...")), PATIENCE, "no focus")
         self.hands.type(SECRET)
         self.hands.pick_up(self.program.find("image", "QR Code"))
         for step in (0, 1, 2, 3):

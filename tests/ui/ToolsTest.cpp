@@ -109,6 +109,18 @@ TEST_F(ToolsTest, TheRulersPopoverComesBackWithTheProgramAndKeepsTheKeyboard)
     EXPECT_TRUE(hasKeyboard("Open Screen Ruler"));
     press(Qt::Key_Escape);
     EXPECT_TRUE(waitFor([&] { return hasKeyboard("Search Apps..."); }));
+
+    // One popover after the other by presses that the desktop has not made the window the active one for.
+    click("QR Generator");
+    ASSERT_TRUE(waitFor([&] { return hasKeyboard("Type URL or text..."); }));
+    other.requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+    click("Code Snippets");
+    ASSERT_TRUE(waitFor([&] { return find("Search snippets...") && !find("Type URL or text..."); }));
+    window->requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(hasKeyboard("Search snippets..."));
 }
 
 TEST_F(ToolsTest, EachOpeningBeginsAnewAndTheButtonCloses)
