@@ -1,7 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates
+import QtQuick.Templates // qmllint disable unused-imports
 
 /*! Brings the keyboard back where it was before a sheet, popover or menu took it. */
 QtObject {
