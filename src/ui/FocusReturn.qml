@@ -28,8 +28,9 @@ QtObject {
         const held = place.Window.activeFocusItem;
         if (held && held !== place.Window.contentItem)
             return;
+        // In a window that is not the active one nobody has it, whoever will.
         const overlay = place.Overlay.overlay;
-        if (!place.Window.active && overlay.visible && !isIn(overlay, place))
+        if (!held && overlay.visible && !isIn(overlay, place))
             return;
         place.forceActiveFocus(Qt.PopupFocusReason);
     }
