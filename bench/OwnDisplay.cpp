@@ -2,27 +2,14 @@
 
 namespace quillbay {
 
-OwnDisplay::OwnDisplay()
+OwnDisplay::OwnDisplay(QSize size)
 {
     qputenv("QT_QPA_PLATFORM", "xcb");
-    if (qEnvironmentVariableIsSet("DISPLAY"))
-        return;
-    m_server.setStandardErrorFile(QProcess::nullDevice());
-    m_server.start(QStringLiteral("Xvfb"),
-                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1440x900x24"), QStringLiteral("-nolisten"),
-                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
-    while (!m_server.canReadLine()) {
-        if (!m_server.waitForReadyRead(20000))
-            qFatal("the X server did not start");
-    }
-    qputenv("DISPLAY", ':' + m_server.readLine().trimmed());
-}
-
-OwnDisplay::~OwnDisplay()
-{
-    m_server.terminate();
-    m_server.waitForFinished();
+    qputenv("QSG_RENDER_LOOP", "basic");
+    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    if (!qEnvironmentVariableIsSet("DISPLAY"))
+        qputenv("DISPLAY", m_server.emplace(size).display());
 }
 
 } // namespace quillbay

@@ -1,21 +1,23 @@
 #pragma once
 
-#include <QProcess>
+#include "support/XServer.h"
+
+#include <QSize>
+
+#include <optional>
 
 namespace quillbay {
 
-/// An X server as large as the window, ended with the object, and the windows of this process on it. None
-/// where there is a display. To be made before the application; ends the program where it does not start.
+/// Where frames are timed: an X server as large as the window, ended with the object, unless there is a
+/// display; all of a frame done on the main thread, at once, and no desktop that would be asked meanwhile. To
+/// be made before the application; ends the program where the server does not start.
 class OwnDisplay
 {
 public:
-    OwnDisplay();
-    ~OwnDisplay();
-    OwnDisplay(const OwnDisplay &) = delete;
-    OwnDisplay &operator=(const OwnDisplay &) = delete;
+    explicit OwnDisplay(QSize size); ///< Pixels.
 
 private:
-    QProcess m_server;
+    std::optional<testing::XServer> m_server;
 };
 
 } // namespace quillbay

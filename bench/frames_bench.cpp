@@ -472,10 +472,7 @@ void measure(int rounds, QByteArrayView part)
 int main(int argc, char **argv)
 {
     const TestHome home;
-    const OwnDisplay display;
-    qputenv("QSG_RENDER_LOOP", "basic");
-    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    const OwnDisplay display(windowSize);
     QSurfaceFormat format = QSurfaceFormat::defaultFormat();
     format.setSwapInterval(0); // the work of a frame, not the screen's beat
     QSurfaceFormat::setDefaultFormat(format);

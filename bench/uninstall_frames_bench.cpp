@@ -347,10 +347,7 @@ void measure(TimedApplication &application, int rounds)
 int main(int argc, char **argv)
 {
     const TestHome home;
-    const OwnDisplay display;
-    qputenv("QSG_RENDER_LOOP", "basic");
-    qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
-    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
+    const OwnDisplay display(windowSize);
     TimedApplication application(argc, argv);
     QGuiApplication::styleHints()->setCursorFlashTime(0);
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);

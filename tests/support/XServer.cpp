@@ -19,13 +19,13 @@ void end(QProcess &process)
 
 } // namespace
 
-XServer::XServer()
+XServer::XServer(QSize size)
 {
     m_server.setStandardErrorFile(QProcess::nullDevice());
     m_server.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1000x800x24"), QStringLiteral("-nolisten"),
-                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
+                    QStringLiteral("0"), QStringLiteral("%1x%2x24").arg(size.width()).arg(size.height()),
+                    QStringLiteral("-nolisten"), QStringLiteral("tcp"), QStringLiteral("-noreset")});
     while (!m_server.canReadLine()) {
         if (!m_server.waitForReadyRead(patience))
             qFatal("the X server did not start");

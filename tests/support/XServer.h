@@ -1,14 +1,15 @@
 #pragma once
 
 #include <QProcess>
+#include <QSize>
 
 namespace quillbay::testing {
 
-/// An X server of a test's own, without a screen that anyone sees. Ends with the object.
+/// An X server of a test's own, without a screen that anyone sees, of a size in pixels. Ends with the object.
 class XServer
 {
 public:
-    XServer();
+    explicit XServer(QSize size = {1000, 800});
     ~XServer();
     XServer(const XServer &) = delete;
     XServer &operator=(const XServer &) = delete;
